@@ -1,0 +1,37 @@
+# Tests: one program a module, built from the same sources on every platform, one CTest entry a test.
+
+include(GoogleTest)
+if(WIN32)
+  # Debian ships GoogleTest as sources; the Windows build compiles them with its own compiler.
+  set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+  set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
+  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+  foreach(lib IN ITEMS gtest gmock gtest_main gmock_main)
+    target_include_directories(${lib} SYSTEM BEFORE INTERFACE /usr/src/googletest/googletest/include
+                                                             /usr/src/googletest/googlemock/include)
+  endforeach()
+  add_library(GTest::gmock ALIAS gmock)
+  add_library(GTest::gmock_main ALIAS gmock_main)
+else()
+  find_package(GTest REQUIRED)
+endif()
+
+# orl_test(NAME SOURCES ... DEPENDS ... DATA ...): the test program NAME. ORL_TEST_DATA is the folder tests/data,
+# ORL_BIN_DIR the folder of the built binaries.
+function(orl_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;DEFINES;LABELS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE orl_flags ${ARG_DEPENDS} GTest::gmock_main GTest::gmock)
+  target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <string> <vector>)
+  target_compile_definitions(
+    ${name}
+    PRIVATE ${ARG_DEFINES} ORL_SOURCE_DIR="${CMAKE_SOURCE_DIR}" ORL_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data"
+            ORL_BIN_DIR="${CMAKE_BINARY_DIR}/bin" ORL_TEST_TMP="${CMAKE_BINARY_DIR}/tmp")
+  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/tmp)
+  gtest_discover_tests(
+    ${name}
+    TEST_PREFIX ${name}.
+    DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 120
+    PROPERTIES TIMEOUT 120 LABELS "${ARG_LABELS}")
+endfunction()

@@ -10,8 +10,6 @@ if(WIN32)
     target_include_directories(${lib} SYSTEM BEFORE INTERFACE /usr/src/googletest/googletest/include
                                                              /usr/src/googletest/googlemock/include)
   endforeach()
-  add_library(GTest::gmock ALIAS gmock)
-  add_library(GTest::gmock_main ALIAS gmock_main)
 else()
   find_package(GTest REQUIRED)
 endif()

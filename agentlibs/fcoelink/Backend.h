@@ -1,0 +1,73 @@
+// FcoeBackend: what stands behind the FCoE agent and knows where the device data comes from.
+#pragma once
+
+#include "agent/OrlFcoeAgentIntf.h"
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace orl
+{
+
+// What the registry says about the agent, under its own key.
+struct BackendConfig
+{
+    std::wstring backend;   // value `Backend`: `inventory` or `sysfs`, compared without regard to case
+    std::wstring inventory; // value `Inventory`: path of the JSON file
+    std::wstring sysfsRoot; // value `SysfsRoot`: the folder that holds `sys` and `proc`; empty stands for `/`
+};
+
+// Why an operation could not be carried out. Backends throw it from any operation; the agent that holds the back end
+// writes the text to the trace, puts the code into the status record, adds the text as a warning of the error kind
+// where the operation has a warning list, and answers false.
+class BackendError : public std::exception
+{
+public:
+    // `code` is a Win32 error code, never 0. `text` is for the user: it names the thing, the place and the reason.
+    BackendError(ULONG code, std::wstring text) : m_code(code), m_text(std::move(text)) {}
+
+    ULONG Code() const { return m_code; }
+    const std::wstring& Text() const { return m_text; }
+    const char* what() const noexcept override { return "the back end could not carry out the operation"; }
+
+private:
+    ULONG m_code;
+    std::wstring m_text;
+};
+
+// How a back end stands, for whoever diagnoses an installation.
+struct BackendStatus
+{
+    bool ready = false;
+    std::wstring source; // the file or folder that the data comes from
+    std::wstring text;   // ready: what was found there, in a few words ("2 HBAs"); else why not, as in BackendError
+};
+
+// The operations are those of the agent, with the same meaning of device ids, lists and results, except that a failure
+// is thrown as BackendError instead of being answered with false. Answering false is for an enumeration or an action
+// that has nothing to say about why.
+//
+// A device id that the back end does not know is no failure of an enumeration: the list stays empty and the answer is
+// true. It is one of an action.
+//
+// Any number of threads may be inside a back end at once.
+class FcoeBackend : public COrlFcoeAgentIntf
+{
+public:
+    // Looks afresh: reads what an enumeration would read. Throws nothing but std::bad_alloc.
+    virtual BackendStatus Status() = 0;
+};
+
+// The factories never fail because of what they find, only for want of memory: what is wrong with the source shows in
+// Status() and in each operation, so that it can be put right while the process runs.
+std::unique_ptr<FcoeBackend> MakeInventoryBackend(const BackendConfig& config);
+std::unique_ptr<FcoeBackend> MakeSysfsBackend(const BackendConfig& config);
+
+// A back end all of whose operations fail with this error.
+std::unique_ptr<FcoeBackend> MakeUnavailableBackend(std::wstring source, const BackendError& error);
+
+// The back end that the configuration names; an unavailable one that says what is wrong when it names none.
+std::unique_ptr<FcoeBackend> MakeBackend(const BackendConfig& config);
+
+} // namespace orl

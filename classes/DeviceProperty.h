@@ -1,0 +1,99 @@
+// DeviceProperty: one row of a device class's property table: a name, and how its value is made from a record.
+#pragma once
+
+#include "Common/Src/OrlString.h"
+#include "framework/include/CWomClassObject.h"
+#include "framework/include/CWomContext.h"
+#include "provider/Zarn_Fcoe.h"
+
+// What a row's setter is given.
+template <typename Record>
+struct DevicePropertyCall
+{
+    CWomClassObject& instance;
+    const wchar_t* name;
+    const Record& record;
+    const CZarn_Fcoe& manager;
+    CWomContext& context;
+};
+
+// The setters' results are not looked at: an instance goes out with what could be set.
+template <typename Record>
+struct DeviceProperty
+{
+    const wchar_t* name;
+    void (*set)(const DevicePropertyCall<Record>& call);
+};
+
+namespace orl
+{
+
+template <typename Member>
+struct RecordOf;
+template <typename RecordType, typename ValueType>
+struct RecordOf<ValueType RecordType::*>
+{
+    using Type = RecordType;
+};
+template <auto Member>
+using RecordOfMember = typename RecordOf<decltype(Member)>::Type;
+
+// "0x" and upper-case hexadecimal digits without leading zeros, as addresses are written in this field.
+inline COrlString HexadecimalText(ULONG value)
+{
+    wchar_t buffer[260]{};
+    _snwprintf(buffer, 259, L"0x%lX", value);
+    return COrlString(static_cast<const wchar_t*>(buffer));
+}
+
+} // namespace orl
+
+// The rows. Each names the record's field as a template argument.
+
+template <auto Member>
+constexpr DeviceProperty<orl::RecordOfMember<Member>> TextProperty(const wchar_t* name)
+{
+    return {name, [](const DevicePropertyCall<orl::RecordOfMember<Member>>& call)
+            { call.instance.SetProperty(call.name, call.record.*Member); }};
+}
+
+template <auto Member>
+constexpr DeviceProperty<orl::RecordOfMember<Member>> Uint32Property(const wchar_t* name)
+{
+    return {name, [](const DevicePropertyCall<orl::RecordOfMember<Member>>& call)
+            { call.instance.SetPropertyUint32(call.name, call.record.*Member); }};
+}
+
+template <auto Member>
+constexpr DeviceProperty<orl::RecordOfMember<Member>> Uint64Property(const wchar_t* name)
+{
+    return {name, [](const DevicePropertyCall<orl::RecordOfMember<Member>>& call)
+            { call.instance.SetPropertyUint64(call.name, call.record.*Member); }};
+}
+
+template <auto Member>
+constexpr DeviceProperty<orl::RecordOfMember<Member>> HexadecimalProperty(const wchar_t* name)
+{
+    return {name, [](const DevicePropertyCall<orl::RecordOfMember<Member>>& call)
+            { call.instance.SetProperty(call.name, orl::HexadecimalText(call.record.*Member)); }};
+}
+
+// A text that `Make` derives from the record.
+template <typename Record, auto Make>
+constexpr DeviceProperty<Record> DerivedTextProperty(const wchar_t* name)
+{
+    return {name,
+            [](const DevicePropertyCall<Record>& call) { call.instance.SetProperty(call.name, Make(call.record)); }};
+}
+
+// The path of another object, made by one of the base's builders from one or two of the record's fields.
+template <auto Builder, auto FirstKey, auto... MoreKeys>
+constexpr DeviceProperty<orl::RecordOfMember<FirstKey>> ReferenceProperty(const wchar_t* name)
+{
+    return {name, [](const DevicePropertyCall<orl::RecordOfMember<FirstKey>>& call)
+            {
+                CComBSTR path;
+                (call.manager.*Builder)(call.context, call.record.*FirstKey, (call.record.*MoreKeys)..., path.m_str);
+                call.instance.SetProperty(call.name, path.m_str);
+            }};
+}

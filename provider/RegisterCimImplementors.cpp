@@ -1,0 +1,59 @@
+// RegisterCimImplementors: the table of class managers.
+
+#include "provider/RegisterCimImplementors.h"
+
+#include "classes/Zarn_FcoeHBA.h"
+#include "Common/Src/OrlDebug.h"
+#include "com/OrlAtl.h"
+#include "provider/Agents.h"
+
+#include <memory>
+
+namespace
+{
+
+// One row: the CIM class name, letter for letter as the framework matches it, and how its manager is made.
+struct Implementor
+{
+    const wchar_t* cimClass;
+    std::unique_ptr<CWomClassManagerRoot> (*make)();
+};
+
+template <typename Manager>
+std::unique_ptr<CWomClassManagerRoot> OnFcoeAgent()
+{
+    return std::make_unique<Manager>(orl::g_fcoeAgent);
+}
+
+// In the order of registration.
+constexpr Implementor Implementors[] = {
+    {L"Zarn_FCOEHBA", &OnFcoeAgent<CZarn_FcoeHBA>},
+};
+
+bool BindAgents()
+{
+    const CResult fcoe = orl::loadFcoeAgent();
+    if (orl::g_fcoeAgent == nullptr || fcoe.ulErrCode != 0)
+        return false;
+    const CResult adapter = orl::loadAdapterAgent();
+    return orl::g_adapterAgent != nullptr && adapter.ulErrCode == 0;
+}
+
+} // namespace
+
+void RegisterCimImplementors(void* /*context*/, ImplementorRegistry* registry, CResult* result)
+{
+    COrlTraceScope scope(L"RegisterCimImplementors");
+    if (!BindAgents())
+    {
+        g_OrlDebug.Print(L"ORL2InstFcoe::RegisterCimImplementors Initialize() Failed!");
+        return;
+    }
+    for (const Implementor& implementor : Implementors)
+    {
+        std::unique_ptr<CWomClassManagerRoot> manager = implementor.make();
+        CComBSTR name(implementor.cimClass);
+        registry->AddClassManager(std::move(name), manager.release());
+    }
+    *result = CResult{0, 0};
+}

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "agent/OrlFcoeAgentIntf.h"
+#include "agentlibs/BackendError.h"
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 namespace orl
@@ -16,24 +16,6 @@ struct BackendConfig
     std::wstring backend;   // value `Backend`: `inventory` or `sysfs`, compared without regard to case
     std::wstring inventory; // value `Inventory`: path of the JSON file
     std::wstring sysfsRoot; // value `SysfsRoot`: the folder that holds `sys` and `proc`; empty stands for `/`
-};
-
-// Why an operation could not be carried out. Backends throw it from any operation; the agent that holds the back end
-// writes the text to the trace, puts the code into the status record, adds the text as a warning of the error kind
-// where the operation has a warning list, and answers false.
-class BackendError : public std::exception
-{
-public:
-    // `code` is a Win32 error code, never 0. `text` is for the user: it names the thing, the place and the reason.
-    BackendError(ULONG code, std::wstring text) : m_code(code), m_text(std::move(text)) {}
-
-    ULONG Code() const { return m_code; }
-    const std::wstring& Text() const { return m_text; }
-    const char* what() const noexcept override { return "the back end could not carry out the operation"; }
-
-private:
-    ULONG m_code;
-    std::wstring m_text;
 };
 
 // How a back end stands, for whoever diagnoses an installation.

@@ -6,10 +6,7 @@
 
 struct COrlWmiNamedValue
 {
-    COrlString name;
+    COrlString name; // empty for a key whose name the path leaves out
     // VT_BSTR for text, VT_I4 for an integer (a decimal VT_BSTR when it needs 64 bits), VT_BOOL for TRUE and FALSE.
     CComVariant value;
-
-    // The value in words, whatever its type: text as it is, integers in decimal, TRUE or FALSE.
-    COrlString Text() const;
 };

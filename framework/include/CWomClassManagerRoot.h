@@ -6,6 +6,7 @@
 #include "framework/include/CWomClassObject.h"
 #include "framework/include/CWomContext.h"
 #include "framework/include/CWomWQLParser.h"
+#include "framework/include/OrlFrameworkApi.h"
 #include "framework/include/WbemApi.h"
 
 // The framework owns a registered manager and destroys it through its destructor. It calls the operations from any
@@ -16,7 +17,7 @@
 // request, so an operation only indicates instances and lets go of the sink when it returns.
 //
 // The order of the operations is a contract with managers that are built apart from the framework.
-class CWomClassManagerRoot
+class ORL_FRAMEWORK_API CWomClassManagerRoot
 {
 public:
     virtual ~CWomClassManagerRoot();

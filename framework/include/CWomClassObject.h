@@ -4,6 +4,7 @@
 #include "com/OrlAtl.h"
 #include "Common/Src/OrlString.h"
 #include "framework/include/CWomContext.h"
+#include "framework/include/OrlFrameworkApi.h"
 #include "framework/include/WarningMessageObj.h"
 #include "framework/include/WbemApi.h"
 
@@ -15,7 +16,7 @@
 // would pass for a whole one.
 //
 // The context must outlive the object. Like the context, an object belongs to one thread.
-class CWomClassObject
+class ORL_FRAMEWORK_API CWomClassObject
 {
 public:
     explicit CWomClassObject(CWomContext& context) : m_context(context) {}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "com/OrlAtl.h"
+#include "framework/include/OrlFrameworkApi.h"
 #include "framework/include/WbemApi.h"
 
 namespace orl
@@ -22,7 +23,7 @@ protected:
 } // namespace orl
 
 // Lives on the stack of one request and is used by that request's thread alone.
-class CWomContext
+class ORL_FRAMEWORK_API CWomContext
 {
 public:
     // `services` is the service's own door for this connection, `clientContext` what the client sent along; both may be

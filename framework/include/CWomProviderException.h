@@ -5,12 +5,13 @@
 #include "Common/Src/OrlString.h"
 #include "framework/include/CResult.h"
 #include "framework/include/CWomContext.h"
+#include "framework/include/OrlFrameworkApi.h"
 
 #include <type_traits>
 #include <vector>
 
 // What a failure comes from: a WBEM status, or the record that an agent filled.
-class CWomFailure
+class ORL_FRAMEWORK_API CWomFailure
 {
 public:
     // A status is written as HRESULT, ULONG or enumerator; all mean the same 32 bits.
@@ -34,7 +35,7 @@ private:
 };
 
 // The COM face turns it into the call's status and an __ExtendedStatus object for the client.
-class CWomProviderException
+class ORL_FRAMEWORK_API CWomProviderException
 {
 public:
     // The text and the inserts are the caller's words and are not looked up anywhere. `sourceName` may be null.

@@ -21,7 +21,7 @@
 #include "framework/include/CWomProviderException.h"
 #include "provider/Zarn_Fcoe.h"
 
-#include <exception>
+#include <functional>
 #include <vector>
 
 // What most device classes have in common. Records are not filtered unless the class has a filter of its own.
@@ -50,6 +50,19 @@ struct DeviceClassDefaults
     static void SetAlways(CWomClassObject&, const Record&) {}
 };
 
+// Of a class whose instances are known within their HBA by a text: `Key` names the path's key and KeyField is what it
+// is compared with, without regard to case. An empty text asks for all.
+template <typename RecordType, COrlString RecordType::*KeyField>
+struct DeviceClassWithTextKey : DeviceClassDefaults<RecordType>
+{
+    using Filter = COrlString;
+    static Filter Everything() { return {}; }
+    static bool Admits(const Filter& key, const COrlString& /*deviceId*/, const RecordType& record)
+    {
+        return key.empty() || COrlString(key).CompareI(record.*KeyField);
+    }
+};
+
 template <typename Class>
 class CZarn_DeviceClass : public CZarn_Fcoe
 {
@@ -67,7 +80,7 @@ public:
         static constexpr auto name = Class::Manager + FixedText(L"::GetObjectAsync");
         COrlTraceScope scope(name.text);
         const COrlString deviceId = GetDeviceIdFromPath(path, context);
-        const Filter filter = Class::FromPath(*this, path, context);
+        const Filter filter = FilterFromPath(path, context);
         return QueryForAndSend(deviceId, filter, context, sink);
     }
 
@@ -81,6 +94,15 @@ public:
             unused.CreateClass(CComBSTR(GetCimClassName()));
         }
         return QueryForAndSend(COrlString(), Class::Everything(), context, sink);
+    }
+
+    // No method, unless a class has its own.
+    HRESULT ExecMethodAsync(COrlWmiAutoParsedObjectPath&, const wchar_t* /*methodName*/, CWomContext&, CWomClassObject&,
+                            CWomClassObject&, CComPtr<IWbemObjectSink>) override
+    {
+        static constexpr auto name = Class::Manager + FixedText(L"::ExecMethodAsync");
+        g_OrlDebug.Print(L"%s", name.text);
+        return static_cast<HRESULT>(WBEM_E_METHOD_NOT_IMPLEMENTED);
     }
 
     // Sends what the agent reports for the device id (empty: all HBAs) and the filter admits. Success also when nothing
@@ -119,6 +141,14 @@ public:
     }
 
 private:
+    Filter FilterFromPath(COrlWmiAutoParsedObjectPath& path, CWomContext& context) const
+    {
+        if constexpr (requires { Class::Key; })
+            return GetKeyFromPath(path, Class::Key, context);
+        else
+            return Class::FromPath(*this, path, context);
+    }
+
     HRESULT AskAndSend(const COrlString& deviceId, const Filter& filter, CWomContext& context,
                        CComPtr<IWbemObjectSink>& sink)
     {
@@ -146,16 +176,18 @@ private:
         }
         catch (const CWomProviderException& refusal)
         {
+            context.NoteLostRecord();
             if constexpr (Class::TracesProviderText)
-                TraceFailure(refusal.FormatErrorMessage().c_str());
+                TraceFailure(refusal.FormatErrorMessage());
             else
-                TraceFailure((record.*Class::FailureName).c_str());
+                TraceFailure(std::invoke(Class::FailureName, record));
         }
         catch (...)
         {
-            TraceFailure((record.*Class::FailureName).c_str());
+            context.NoteLostRecord();
+            TraceFailure(std::invoke(Class::FailureName, record));
         }
     }
 
-    static void TraceFailure(const wchar_t* what) { g_OrlDebug.Print(L"SendInstance failed for %s", what); }
+    static void TraceFailure(const COrlString& what) { g_OrlDebug.Print(L"SendInstance failed for %s", what.c_str()); }
 };

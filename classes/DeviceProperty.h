@@ -94,6 +94,6 @@ constexpr DeviceProperty<orl::RecordOfMember<FirstKey>> ReferenceProperty(const 
             {
                 CComBSTR path;
                 (call.manager.*Builder)(call.context, call.record.*FirstKey, (call.record.*MoreKeys)..., path.m_str);
-                call.instance.SetProperty(call.name, path.m_str);
+                call.instance.SetProperty(call.name, path);
             }};
 }

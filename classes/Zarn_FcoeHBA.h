@@ -40,4 +40,33 @@ class CZarn_FcoeHBA final : public CZarn_DeviceClass<orl::FcoeHBA>
 {
 public:
     using CZarn_DeviceClass::CZarn_DeviceClass;
+
+    // The methods, by name without regard to case: CreateVirtualPort, DeleteVirtualPort, GenerateVirtualPortWWPN,
+    // RefreshTargets, Uninstall. "ReturnValue" is 0 whatever the agent did; what it wants the user to know is in
+    // "WarningMessages". Throws CWomProviderException when an out-parameter cannot be set.
+    HRESULT ExecMethodAsync(COrlWmiAutoParsedObjectPath& path, const wchar_t* methodName, CWomContext& context,
+                            CWomClassObject& inParameters, CWomClassObject& outParameters,
+                            CComPtr<IWbemObjectSink> sink) override;
+
+private:
+    // One call of a method: everything that a handler reads or writes.
+    struct Call
+    {
+        COrlWmiAutoParsedObjectPath& path;
+        CWomContext& context;
+        CWomClassObject& in;
+        CWomClassObject& out;
+    };
+    struct Method
+    {
+        const wchar_t* name;
+        HRESULT (CZarn_FcoeHBA::*run)(Call& call);
+    };
+    static const Method Methods[];
+
+    HRESULT CreateVirtualPort(Call& call);
+    HRESULT DeleteVirtualPort(Call& call);
+    HRESULT GenerateVirtualPortWWPN(Call& call);
+    HRESULT RefreshTargets(Call& call);
+    HRESULT Uninstall(Call& call);
 };

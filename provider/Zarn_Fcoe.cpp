@@ -22,24 +22,19 @@ constexpr int IntKeyLine = 321;
 
 constexpr std::size_t PathCapacity = 5000;
 
-const VARIANT& RequireKey(COrlWmiAutoParsedObjectPath& path, const wchar_t* key, CWomContext& context, int line)
+const COrlWmiNamedValue& RequireKey(const COrlWmiAutoParsedObjectPath& path, const COrlWmiNamedValue* key,
+                                    const CWomContext& context, int line)
 {
-    const VARIANT* value = path.GetKeyRef(key);
-    if (value == nullptr)
+    if (key == nullptr)
     {
-        throw CWomProviderException(context, MissingKeyCode, path.GetPathText(), static_cast<HRESULT>(WBEM_E_NOT_FOUND),
-                                    SourceName, line, COrlString(), std::vector<CComBSTR>());
+        throw CWomProviderException(context, MissingKeyCode, path.PathText(), WBEM_E_NOT_FOUND, SourceName, line,
+                                    COrlString(), std::vector<CComBSTR>());
     }
-    return *value;
+    return *key;
 }
 
-COrlString TextOf(BSTR text)
-{
-    return COrlString(text == nullptr ? L"" : static_cast<const wchar_t*>(text));
-}
-
-// Formats a path and stores it in place of the one that `path` held.
-void StorePath(BSTR& path, const wchar_t* format, ...)
+// Bounded: what does not fit is cut.
+COrlString FormatPath(const wchar_t* format, ...)
 {
     wchar_t buffer[PathCapacity];
     va_list arguments;
@@ -47,8 +42,13 @@ void StorePath(BSTR& path, const wchar_t* format, ...)
     const int length = _vsnwprintf(buffer, PathCapacity - 1, format, arguments);
     va_end(arguments);
     buffer[length < 0 ? PathCapacity - 1 : static_cast<std::size_t>(length)] = L'\0';
+    return COrlString(static_cast<const wchar_t*>(buffer));
+}
 
-    CComBSTR made(static_cast<const wchar_t*>(buffer));
+// Puts a new BSTR in place of the one that `path` holds.
+void StorePath(BSTR& path, const COrlString& text)
+{
+    CComBSTR made(static_cast<int>(text.Length()), text.c_str());
     SysFreeString(path);
     path = made.Detach();
 }
@@ -75,25 +75,22 @@ HRESULT CZarn_Fcoe::DeleteInstanceAsync(COrlWmiAutoParsedObjectPath&, CWomContex
 COrlString CZarn_Fcoe::GetDeviceIdFromPath(COrlWmiAutoParsedObjectPath& path, CWomContext& context) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::GetDeviceIdFromPath");
-    const VARIANT& value = RequireKey(path, L"DeviceID", context, DeviceIdLine);
-    if (value.vt == VT_BSTR)
-        return TextOf(value.bstrVal);
-    CComVariant text;
-    return SUCCEEDED(VariantChangeType(&text, const_cast<VARIANT*>(&value), 0, VT_BSTR)) ? TextOf(text.bstrVal)
-                                                                                         : COrlString();
+    // A path with a single key may leave the key's name out; it is this one then.
+    return RequireKey(path, path.GetKeyRef(L"DeviceID", true), context, DeviceIdLine).Text();
 }
 
 COrlString CZarn_Fcoe::GetKeyFromPath(COrlWmiAutoParsedObjectPath& path, const wchar_t* key, CWomContext& context) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::GetKeyFromPath");
-    const VARIANT& value = RequireKey(path, key, context, TextKeyLine);
-    return value.vt == VT_BSTR ? TextOf(value.bstrVal) : COrlString();
+    const CComVariant& value = RequireKey(path, path.GetKeyRef(key), context, TextKeyLine).value;
+    return value.vt == VT_BSTR && value.bstrVal != nullptr ? COrlString(static_cast<const wchar_t*>(value.bstrVal))
+                                                           : COrlString();
 }
 
 LONG CZarn_Fcoe::GetIntKeyFromPath(COrlWmiAutoParsedObjectPath& path, const wchar_t* key, CWomContext& context) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::GetIntKeyFromPath");
-    const VARIANT& value = RequireKey(path, key, context, IntKeyLine);
+    const CComVariant& value = RequireKey(path, path.GetKeyRef(key), context, IntKeyLine).value;
     return value.vt == VT_I4 ? value.lVal : 0;
 }
 
@@ -101,53 +98,54 @@ void CZarn_Fcoe::MakeDevicePathFromDeviceID(CWomContext& context, COrlString dev
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeDevicePathFromDeviceID");
     constexpr wchar_t className[] = L"Zarn_PhysicalEthernetAdapter";
-    StorePath(path, OneTextKey, className, L"DeviceID", deviceId.c_str());
+    COrlString text = FormatPath(OneTextKey, className, L"DeviceID", deviceId.c_str());
     if (context.ulOmitSystemKeys == 0)
-        OrlWmiAppendSystemKeys(path, className);
+        OrlWmiAppendSystemKeys(text, className);
+    StorePath(path, text);
 }
 
 void CZarn_Fcoe::MakeHBAPathFromDeviceID(CWomContext&, COrlString deviceId, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeHBAPathFromDeviceID");
-    StorePath(path, OneTextKey, L"Zarn_FCOEHBA", L"DeviceID", deviceId.c_str());
+    StorePath(path, FormatPath(OneTextKey, L"Zarn_FCOEHBA", L"DeviceID", deviceId.c_str()));
 }
 
 void CZarn_Fcoe::MakeFabricPathFromDeviceIDWWN(CWomContext&, COrlString deviceId, COrlString nodeWWN, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeFabricPathFromDeviceIDWWN");
-    StorePath(path, TwoTextKeys, L"Zarn_FCoEFabric", L"DeviceID", deviceId.c_str(), L"WorldWideNodeName",
-              nodeWWN.c_str());
+    StorePath(path, FormatPath(TwoTextKeys, L"Zarn_FCoEFabric", L"DeviceID", deviceId.c_str(), L"WorldWideNodeName",
+                               nodeWWN.c_str()));
 }
 
 void CZarn_Fcoe::MakePortPathFromWWN(CWomContext&, COrlString deviceId, COrlString portWWN, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakePortPathFromWWN");
-    StorePath(path, TwoTextKeys, L"Zarn_FCoEPort", L"DeviceID", deviceId.c_str(), L"WorldWidePortName",
-              portWWN.c_str());
+    StorePath(path, FormatPath(TwoTextKeys, L"Zarn_FCoEPort", L"DeviceID", deviceId.c_str(), L"WorldWidePortName",
+                               portWWN.c_str()));
 }
 
 void CZarn_Fcoe::MakeTargetPathFromWWPN(CWomContext&, COrlString deviceId, COrlString portWWN, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeTargetPathFromWWPN");
-    StorePath(path, TwoTextKeys, L"Zarn_FcoeTarget", L"DeviceID", deviceId.c_str(), L"WorldWidePortName",
-              portWWN.c_str());
+    StorePath(path, FormatPath(TwoTextKeys, L"Zarn_FcoeTarget", L"DeviceID", deviceId.c_str(), L"WorldWidePortName",
+                               portWWN.c_str()));
 }
 
 void CZarn_Fcoe::MakeLUNPathFromID(CWomContext&, COrlString deviceId, LONG lunId, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeLUNPathFromID");
-    StorePath(path, TextAndNumberKey, L"Zarn_FCoeLUN", L"DeviceID", deviceId.c_str(), L"ID", lunId);
+    StorePath(path, FormatPath(TextAndNumberKey, L"Zarn_FCoeLUN", L"DeviceID", deviceId.c_str(), L"ID", lunId));
 }
 
 void CZarn_Fcoe::MakeVLANPathFromID(CWomContext&, COrlString deviceId, LONG vlanId, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeVLANPathFromID");
-    StorePath(path, TextAndNumberKey, L"Zarn_FCoeVLAN", L"DeviceID", deviceId.c_str(), L"VlanID", vlanId);
+    StorePath(path, FormatPath(TextAndNumberKey, L"Zarn_FCoeVLAN", L"DeviceID", deviceId.c_str(), L"VlanID", vlanId));
 }
 
 void CZarn_Fcoe::MakeStatisticPath(CWomContext&, COrlString deviceId, COrlString statistic, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeStatisticPath");
-    StorePath(path, TwoTextKeys, L"Zarn_FCoEStatistics", L"DeviceID", deviceId.c_str(), L"Statistic",
-              statistic.c_str());
+    StorePath(path, FormatPath(TwoTextKeys, L"Zarn_FCoEStatistics", L"DeviceID", deviceId.c_str(), L"Statistic",
+                               statistic.c_str()));
 }

@@ -2,4 +2,4 @@
 
 #include "Common/Src/ModuleTrace.h"
 
-ORL_MODULE_TRACE(L"FCOE_PROV_", L".\\FcoeProv.txt")
+ORL_MODULE_TRACE(L"FCOE_PROV_", L".\\FcoeProv.txt");

@@ -1,0 +1,5 @@
+// All of the WMI interfaces.
+#pragma once
+
+#include <wbemcli.h>
+#include <wbemprov.h>

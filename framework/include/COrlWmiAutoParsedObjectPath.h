@@ -14,19 +14,18 @@ class ORL_FRAMEWORK_API COrlWmiAutoParsedObjectPath
 {
 public:
     // WBEM_E_INVALID_OBJECT_PATH for anything that is no path of a class or an instance. The object then holds the
-    // text, no class and no keys, and GetErrorText says what is wrong and where. Out of memory throws.
+    // text, no class and no keys, and ErrorText says what is wrong and where. Out of memory throws.
     HRESULT Parse(const wchar_t* path);
 
-    // The key's value, owned by this object until the next Parse; null when the path lacks the key. Text is VT_BSTR, an
-    // integer VT_I4 (a decimal VT_BSTR when it needs 64 bits), TRUE and FALSE are VT_BOOL. A path with a single key may
-    // leave its name out (Class="value"); `unnamedToo` takes that value for the key that is asked for.
-    const VARIANT* GetKeyRef(const wchar_t* name, bool unnamedToo = false) const;
+    // The key's value, owned by this object until the next Parse; null when the path lacks the key. A path with a
+    // single key may leave its name out (Class="value"); `unnamedToo` takes that value for the key that is asked for.
+    const COrlWmiNamedValue* GetKeyRef(const wchar_t* name, bool unnamedToo = false) const;
 
     // The path as it was given to Parse.
-    const CComBSTR& GetPathText() const { return m_text; }
-    const COrlString& GetClassName() const { return m_className; }
-    const std::vector<COrlWmiNamedValue>& GetKeys() const { return m_keys; }
-    const COrlString& GetErrorText() const { return m_errorText; }
+    const CComBSTR& PathText() const { return m_text; }
+    const COrlString& ClassName() const { return m_className; }
+    const std::vector<COrlWmiNamedValue>& Keys() const { return m_keys; }
+    const COrlString& ErrorText() const { return m_errorText; }
 
 private:
     CComBSTR m_text;

@@ -49,13 +49,13 @@ public:
 
     // The client is gone: instances are no longer made, so that the rest of a long list costs little.
     bool IsCancelled() const { return m_cancelled; }
-    void NoteCancelled() { m_cancelled = true; }
 
-    // For a handler that leaves one record out and goes on with the next; to be called inside the handler. What the
-    // request's status must not hide (that memory ran out, that the sink refused) is remembered for a get, which would
-    // otherwise tell the client that the object does not exist.
-    void NoteLostRecord() noexcept;
-    // The status of the first such loss, or WBEM_S_NO_ERROR.
+    // For whoever leaves one record out and goes on with the next: what became of it, see OrlStatusOfCurrentException.
+    // A lack of memory and a sink that refuses are remembered for a get, which would otherwise tell the client that the
+    // object does not exist. Of several the first counts.
+    void NoteLostRecord(HRESULT status);
+    void NoteRefusal(HRESULT status);
+    // WBEM_S_NO_ERROR when there was no such loss.
     HRESULT LossStatus() const { return m_lossStatus; }
 
 private:

@@ -1,7 +1,6 @@
 // CWomWQLParser: a query, as far as a manager can use it to narrow what it sends.
 #pragma once
 
-#include "com/OrlAtl.h"
 #include "Common/Src/OrlString.h"
 #include "framework/include/COrlWmiNamedValue.h"
 #include "framework/include/OrlFrameworkApi.h"
@@ -14,22 +13,21 @@
 class ORL_FRAMEWORK_API CWomWQLParser
 {
 public:
-    // WBEM_E_INVALID_QUERY for anything that is no SELECT from a class; GetFailureText says what is wrong and where.
-    // Out of memory throws.
+    // WBEM_E_INVALID_QUERY for anything that is no SELECT query; FailureText says what is wrong and where. Out of
+    // memory throws.
     HRESULT Parse(const wchar_t* query);
 
     // True also before the first Parse.
     bool Failed() const { return m_failureCode != 0; }
-    ULONG GetFailureCode() const { return m_failureCode; } // 0: none
-    const COrlString& GetFailureText() const { return m_failureText; }
+    ULONG FailureCode() const { return m_failureCode; } // 0: none
+    const COrlString& FailureText() const { return m_failureText; }
 
     // The value that the attribute must have: that of an `=` which every match fulfils. An `=` under OR or NOT
-    // restricts nothing. Null when there is none. Types as in COrlWmiAutoParsedObjectPath; owned by this object until
-    // the next Parse.
-    const VARIANT* GetAttributeRestriction(const wchar_t* name) const;
+    // restricts nothing. Null when there is none. Owned by this object until the next Parse.
+    const COrlWmiNamedValue* GetAttributeRestriction(const wchar_t* name) const;
 
-    const COrlString& GetText() const { return m_text; }
-    const COrlString& GetClassName() const { return m_className; }
+    const COrlString& Text() const { return m_text; }
+    const COrlString& ClassName() const { return m_className; }
 
 private:
     ULONG m_failureCode = static_cast<ULONG>(WBEM_E_INVALID_QUERY);

@@ -9,3 +9,15 @@
 #include <oleauto.h>
 #include <wbemcli.h>
 #include <wbemprov.h>
+
+namespace orl
+{
+
+// A status code as a result: the SDK declares the codes as an enumeration of another sign.
+template <typename Code>
+constexpr HRESULT Hr(Code code)
+{
+    return static_cast<HRESULT>(code);
+}
+
+} // namespace orl

@@ -19,6 +19,7 @@
 #include "classes/FixedText.h"
 #include "Common/Src/OrlDebug.h"
 #include "framework/include/CWomProviderException.h"
+#include "framework/include/OrlStatusOfCurrentException.h"
 #include "provider/Zarn_Fcoe.h"
 
 #include <functional>
@@ -176,7 +177,7 @@ private:
         }
         catch (const CWomProviderException& refusal)
         {
-            context.NoteLostRecord();
+            context.NoteLostRecord(OrlStatusOfCurrentException());
             if constexpr (Class::TracesProviderText)
                 TraceFailure(refusal.FormatErrorMessage());
             else
@@ -184,7 +185,7 @@ private:
         }
         catch (...)
         {
-            context.NoteLostRecord();
+            context.NoteLostRecord(OrlStatusOfCurrentException());
             TraceFailure(std::invoke(Class::FailureName, record));
         }
     }

@@ -60,7 +60,9 @@ public:
     bool operator<(const COrlString& other) const;
     COrlString operator+(const COrlString& other) const;
     COrlString operator+(const std::wstring& other) const;
+    COrlString operator+(std::wstring&& other) const;
     COrlString operator+(const wchar_t* text) const;
+    COrlString operator+(wchar_t character) const;
 
     // Equality without regard to case, as the runtime lower-cases.
     bool CompareI(COrlString other) const;

@@ -7,7 +7,7 @@
 #include <cstddef>
 
 // A BSTR of the text's first `length` characters (zeros included), to be freed with SysFreeString; null when memory is
-// short.
+// short. Without a text the characters are the caller's to fill.
 BSTR OrlAllocBstr(const wchar_t* text, std::size_t length);
 // The same of a zero-terminated text; null for a null text.
 BSTR OrlAllocBstr(const wchar_t* text);

@@ -28,17 +28,9 @@ public:
         {
             return m_served.create(iid, object);
         }
-        catch (const std::bad_alloc&)
-        {
-            return E_OUTOFMEMORY;
-        }
-        catch (const CAtlException& failure)
-        {
-            return failure.m_hr;
-        }
         catch (...)
         {
-            return E_FAIL;
+            return ResultOfCurrentException();
         }
     }
 
@@ -72,8 +64,9 @@ std::wstring ModulePath()
     if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                             reinterpret_cast<LPCWSTR>(&here), &module))
         return {};
-    std::wstring path(32768, L'\0');
-    path.resize(GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size())));
+    constexpr DWORD LongestPath = 32768;
+    std::wstring path(LongestPath, L'\0');
+    path.resize(GetModuleFileNameW(module, path.data(), LongestPath));
     return path;
 }
 
@@ -104,6 +97,26 @@ HRESULT RegisterClass(const ServerClass& served, const std::wstring& path)
 
 } // namespace
 
+HRESULT ResultOfCurrentException() noexcept
+{
+    try
+    {
+        throw;
+    }
+    catch (const CAtlException& failure)
+    {
+        return failure.m_hr;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return E_OUTOFMEMORY;
+    }
+    catch (...)
+    {
+        return E_FAIL;
+    }
+}
+
 void AddModuleReference() noexcept
 {
     g_moduleReferences.fetch_add(1, std::memory_order_relaxed);
@@ -120,6 +133,7 @@ ULONG ModuleReferences() noexcept
 }
 
 HRESULT GetClassObject(std::span<const ServerClass> classes, REFCLSID clsid, REFIID iid, void** object) noexcept
+try
 {
     if (object == nullptr)
         return E_POINTER;
@@ -128,14 +142,13 @@ HRESULT GetClassObject(std::span<const ServerClass> classes, REFCLSID clsid, REF
     {
         if (!IsEqualCLSID(clsid, *served.clsid))
             continue;
-        ClassFactory* factory = new (std::nothrow) ClassFactory(served);
-        if (factory == nullptr)
-            return E_OUTOFMEMORY;
-        const HRESULT hr = factory->QueryInterface(iid, object);
-        factory->Release();
-        return hr;
+        return MakeObject<ClassFactory>(served)->QueryInterface(iid, object);
     }
     return CLASS_E_CLASSNOTAVAILABLE;
+}
+catch (...)
+{
+    return ResultOfCurrentException();
 }
 
 HRESULT CanUnloadNow() noexcept
@@ -159,7 +172,7 @@ try
 }
 catch (...)
 {
-    return E_OUTOFMEMORY;
+    return ResultOfCurrentException();
 }
 
 HRESULT UnregisterServer(std::span<const ServerClass> classes) noexcept
@@ -175,7 +188,7 @@ try
 }
 catch (...)
 {
-    return E_OUTOFMEMORY;
+    return ResultOfCurrentException();
 }
 
 } // namespace orl

@@ -3,51 +3,13 @@
 
 #include "com/OrlAtl.h"
 
-#include <windows.h>
-#include <unknwn.h>
-#include <wbemcli.h>
-#include <wbemprov.h>
-
 #include <atomic>
 #include <new>
 #include <span>
+#include <utility>
 
 namespace orl
 {
-
-// The id of an interface, by its type: compilers that ignore the SDK's own notation need one that all know.
-template <typename Interface>
-struct ComIid;
-
-#define ORL_COM_IID(Interface)                                                                                         \
-    template <>                                                                                                        \
-    struct ComIid<Interface>                                                                                           \
-    {                                                                                                                  \
-        static const IID& Value() { return IID_##Interface; }                                                          \
-    }
-
-ORL_COM_IID(IUnknown);
-ORL_COM_IID(IClassFactory);
-ORL_COM_IID(IErrorInfo);
-ORL_COM_IID(IWbemLocator);
-ORL_COM_IID(IWbemServices);
-ORL_COM_IID(IWbemClassObject);
-ORL_COM_IID(IWbemQualifierSet);
-ORL_COM_IID(IWbemObjectSink);
-ORL_COM_IID(IEnumWbemClassObject);
-ORL_COM_IID(IWbemCallResult);
-ORL_COM_IID(IWbemContext);
-ORL_COM_IID(IWbemProviderInit);
-ORL_COM_IID(IWbemProviderInitSink);
-ORL_COM_IID(IWbemShutdown);
-
-#undef ORL_COM_IID
-
-template <typename Interface>
-const IID& IidOf()
-{
-    return ComIid<Interface>::Value();
-}
 
 // What keeps this module in memory: its living objects and the locks on its class factories.
 void AddModuleReference() noexcept;
@@ -101,6 +63,19 @@ private:
     std::atomic<ULONG> m_references{1};
 };
 
+// A new object, with the reference that its maker has.
+template <typename Object, typename... Arguments>
+CComPtr<Object> MakeObject(Arguments&&... arguments)
+{
+    CComPtr<Object> made;
+    made.Attach(new Object(std::forward<Arguments>(arguments)...));
+    return made;
+}
+
+// The HRESULT for the exception that is being handled, for the catch of a COM method: an ATL exception's own code,
+// E_OUTOFMEMORY for std::bad_alloc, E_FAIL for any other.
+HRESULT ResultOfCurrentException() noexcept;
+
 // A class that the module serves. `create` makes an object and answers the interface asked for; it may throw.
 struct ServerClass
 {
@@ -113,18 +88,22 @@ struct ServerClass
 template <typename Object>
 HRESULT CreateObject(REFIID iid, void** object)
 {
-    Object* made = new Object();
-    const HRESULT hr = made->QueryInterface(iid, object);
-    made->Release();
-    return hr;
+    return MakeObject<Object>()->QueryInterface(iid, object);
 }
 
 // What the four exports of a server do.
 HRESULT GetClassObject(std::span<const ServerClass> classes, REFCLSID clsid, REFIID iid, void** object) noexcept;
 HRESULT CanUnloadNow() noexcept;
 // Writes and removes the classes' keys below HKEY_LOCAL_MACHINE\SOFTWARE\Classes\CLSID. The library is the one that
-// this code is linked into. Both answer SELFREG_E_CLASS or the registry's error as HRESULT.
+// this code is linked into. Both answer the registry's error as an HRESULT.
 HRESULT RegisterServer(std::span<const ServerClass> classes) noexcept;
 HRESULT UnregisterServer(std::span<const ServerClass> classes) noexcept;
+
+// A library's export as the function that it is; null when it has none of that name.
+template <typename Function>
+Function GetExport(HMODULE module, const char* name)
+{
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(module, name)));
+}
 
 } // namespace orl

@@ -82,3 +82,15 @@ function(orl_shared_library name)
     set_target_properties(${name} PROPERTIES LINK_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${ARG_MAP})
   endif()
 endfunction()
+
+# orl_header_library(NAME HEADER): a library of headers from the build machine's packages, as <HEADER>. The other packages'
+# headers stay out of sight: they are the build machine's, which need not be the target.
+function(orl_header_library name header)
+  find_path(ORL_${name}_DIR ${header} PATHS /usr/include REQUIRED NO_CMAKE_FIND_ROOT_PATH)
+  get_filename_component(top ${header} DIRECTORY)
+  set(include ${CMAKE_BINARY_DIR}/headers/${name})
+  file(MAKE_DIRECTORY ${include})
+  file(CREATE_LINK ${ORL_${name}_DIR}/${top} ${include}/${top} SYMBOLIC)
+  add_library(${name} INTERFACE)
+  target_include_directories(${name} SYSTEM INTERFACE ${include})
+endfunction()

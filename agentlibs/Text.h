@@ -1,4 +1,4 @@
-// Between UTF-8 files and the wide texts of the records.
+// The texts of device data: from files into records, and compared.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 namespace orl
 {
 
-// Bytes that are no UTF-8 come out as a question mark each; no input makes it fail.
+// Between UTF-8 and wide text; what is no character becomes U+FFFD. Quick for ASCII, which nearly every text here is.
 std::wstring Widen(std::string_view utf8);
 std::string Narrow(std::wstring_view text);
 

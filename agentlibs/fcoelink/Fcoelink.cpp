@@ -1,0 +1,74 @@
+// Fcoelink: the library's exports.
+
+#include "agentlibs/AgentRegistry.h"
+#include "agentlibs/AgentStatus.h"
+#include "agentlibs/fcoelink/FcoeAgent.h"
+#include "Common/Src/ModuleTrace.h"
+
+ORL_MODULE_TRACE(L"FCOE_LINK_", L".\\Fcoelink.txt");
+
+namespace
+{
+
+struct Module
+{
+    orl::BackendConfig config;
+    orl::FcoeAgent agent;
+};
+
+orl::BackendConfig ReadConfig()
+{
+    orl::BackendConfig config;
+    config.backend = orl::ReadAgentValue(L"Fcoelink", L"Backend");
+    config.inventory = orl::ReadAgentValue(L"Fcoelink", L"Inventory");
+    config.sysfsRoot = orl::ReadAgentValue(L"Fcoelink", L"SysfsRoot");
+    return config;
+}
+
+// Made at the first call and never destroyed: requests may still be in the agent while the process ends.
+Module& TheModule()
+{
+    static Module* const module = []
+    {
+        const orl::BackendConfig config = ReadConfig();
+        return new Module{config, orl::FcoeAgent(orl::MakeBackend(config))};
+    }();
+    return *module;
+}
+
+} // namespace
+
+extern "C" __declspec(dllexport) COrlFcoeAgentIntf* GetFcoeAgent()
+{
+    const COrlTraceScope scope(L"GetFcoeAgent");
+    try
+    {
+        Module& module = TheModule();
+        if (const orl::BackendStatus status = module.agent.Status(); !status.ready)
+            g_OrlDebug.Error(L"Src\\Fcoelink", __LINE__, L"%s", status.text.c_str());
+        return &module.agent;
+    }
+    catch (const std::exception&)
+    {
+        g_OrlDebug.Error(L"Src\\Fcoelink", __LINE__, L"GetFcoeAgent: out of memory");
+        return nullptr;
+    }
+}
+
+extern "C" __declspec(dllexport) ULONG OrlAgentStatus(wchar_t* text, ULONG capacity)
+{
+    try
+    {
+        Module& module = TheModule();
+        const orl::BackendStatus status = module.agent.Status();
+        orl::PutAgentStatus(orl::AgentStatusText(module.config.backend, status.source,
+                                                 (status.ready ? L"ready, " : L"error, ") + status.text),
+                            text, capacity);
+        return status.ready ? 0 : 1;
+    }
+    catch (const std::exception&)
+    {
+        orl::PutAgentStatus({}, text, capacity);
+        return 1;
+    }
+}

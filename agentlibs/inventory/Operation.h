@@ -1,0 +1,38 @@
+// The agent's operations by name, as an inventory's faults call them.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace orl
+{
+
+// In the order of the agent's table of operations.
+enum class Operation : std::size_t
+{
+    EnumerateHBAs,
+    EnumerateFabrics,
+    EnumeratePorts,
+    EnumerateTargets,
+    EnumerateVLANs,
+    EnumerateLUNs,
+    EnumerateStatistics,
+    Uninstall,
+    CreateVirtualPort,
+    DeleteVirtualPort,
+    GenerateVirtualPortWWPN,
+    RefreshTargets
+};
+
+inline const std::vector<std::string_view>& OperationNames()
+{
+    static const std::vector<std::string_view> names = {
+        "EnumerateHBAs",     "EnumerateFabrics",  "EnumeratePorts",          "EnumerateTargets",
+        "EnumerateVLANs",    "EnumerateLUNs",     "EnumerateStatistics",     "Uninstall",
+        "CreateVirtualPort", "DeleteVirtualPort", "GenerateVirtualPortWWPN", "RefreshTargets",
+    };
+    return names;
+}
+
+} // namespace orl

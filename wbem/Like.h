@@ -29,15 +29,14 @@ private:
 
     const Word* MaskOf(wchar_t folded) const noexcept;
 
-    // The elements of the pattern (all but %) are the bits of a mask. For each stretch of characters that no element
-    // tells apart, the mask of the elements that take them.
+    // The elements of the pattern (all but %) are the bits of a mask, of m_words words. For each stretch of characters
+    // that no element tells apart there is the mask of the elements that take them.
     std::size_t m_elements = 0;
-    std::size_t m_words = 0;
-    bool m_impossible = false;
-    std::vector<wchar_t> m_starts; // first character of each stretch, ascending
-    std::vector<Word> m_masks;     // m_words for each stretch
-    std::vector<Word> m_loops;     // bit i: a % stands before element i (i == m_elements: at the end)
-    std::array<std::uint32_t, 128> m_asciiStretch{};
+    std::size_t m_words = 0;                         // 0: the pattern was too long
+    std::vector<char32_t> m_stretches;               // first character of each, ascending
+    std::vector<Word> m_masks;                       // m_words for each stretch
+    std::vector<Word> m_loops;                       // bit i: a % stands before element i, or behind the last
+    std::array<std::uint32_t, 128> m_asciiStretch{}; // the stretch of each ASCII character
 };
 
 } // namespace wbem

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wbem/CimValue.h"
+#include "wbem/Text.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -152,8 +153,21 @@ using MofDeclaration = std::variant<MofClass, MofInstance, MofQualifierDeclarati
 
 struct MofDocument
 {
-    std::vector<std::wstring> files; // as named by the caller and by the pragmas
+    struct File
+    {
+        std::wstring name; // as the caller named it; of an include the path that was opened
+        // The index of the file that the caller named and that includes this one, or is this one.
+        std::uint32_t root = 0;
+    };
+
+    std::vector<File> files;
     std::vector<MofDeclaration> declarations;
+    // For each root file: the declaration that has the alias.
+    std::vector<NameMap<std::size_t>> aliases;
+
+    // The class or instance behind an alias ("$Name", without case) that is used at the given place. An alias is known
+    // in the root file that declares it and in all that it includes. Null when there is none.
+    const MofDeclaration* FindAlias(std::wstring_view alias, const MofPosition& usedAt) const noexcept;
 };
 
 // The declaration as MOF, ending with a newline. It parses back to the same declaration, positions and namespace aside.

@@ -15,8 +15,7 @@ namespace wbem
 inline constexpr std::size_t kMaxMofFileSize = 64 * 1024 * 1024; // bytes
 inline constexpr std::size_t kMaxMofFiles = 20000;               // of one reading, includes counted each time
 inline constexpr std::size_t kMaxMofIncludeDepth = 32;
-inline constexpr std::size_t kMaxMofNesting = 64;        // instances and arrays inside values
-inline constexpr std::size_t kMaxMofArraySize = 1 << 20; // elements of a value in braces
+inline constexpr std::size_t kMaxMofNesting = 64; // instances and arrays inside values
 
 struct MofError
 {
@@ -52,7 +51,8 @@ private:
 
 // Files in UTF-8 or UTF-16 with or without a byte order mark, one document in the given order. An include is relative
 // to the file that has it; a namespace pragma holds to the end of its file. Classes may be used before, and in other
-// files than, they are declared; an alias must be declared somewhere in the document.
+// files than, they are declared; an alias must be declared somewhere in the file of this list that uses it, or in what
+// it includes.
 MofResult ReadMofFiles(std::span<const std::filesystem::path> files);
 MofResult ReadMofFile(const std::filesystem::path& file);
 

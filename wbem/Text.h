@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -72,7 +73,28 @@ bool IsName(std::wstring_view text) noexcept;
 bool IsSpace(wchar_t c) noexcept;
 std::wstring_view Trim(std::wstring_view text) noexcept;
 
+// For messages: the text, cut after 60 characters with "..." behind.
+std::wstring Excerpt(std::wstring_view text);
+
 // Appends one code point: one wide character, or a surrogate pair where wide characters have 16 bits.
 void AppendCodePoint(std::wstring& text, char32_t codePoint);
+
+inline bool IsHighSurrogate(wchar_t c) noexcept
+{
+    return c >= 0xD800 && c <= 0xDBFF;
+}
+inline bool IsLowSurrogate(wchar_t c) noexcept
+{
+    return c >= 0xDC00 && c <= 0xDFFF;
+}
+
+// Half a pair of surrogates, which is no character, becomes U+FFFD.
+std::string ToUtf8(std::wstring_view text);
+// Every byte that is not UTF-8 becomes U+FFFD.
+std::wstring FromUtf8(std::string_view bytes);
+
+// One code point from the start of UTF-8 bytes; `length` says how many it took. Nothing when they are not UTF-8
+// (overlong forms, surrogates and what lies beyond U+10FFFF are not).
+std::optional<char32_t> DecodeUtf8(std::string_view bytes, std::size_t& length) noexcept;
 
 } // namespace wbem

@@ -1,25 +1,16 @@
 // Bounded copying, case and numbers of wide text, as the Microsoft C runtime does them.
 #include <windows.h>
 
+#include "winport/src/InvalidParameter.h"
+
 #include <algorithm>
-#include <atomic>
 #include <cwchar>
 #include <limits>
 
 namespace
 {
 
-std::atomic<_invalid_parameter_handler> g_handler{nullptr};
-
-errno_t Refuse(wchar_t* destination, size_t capacity, errno_t error)
-{
-    if (destination && capacity)
-        destination[0] = L'\0';
-    if (const _invalid_parameter_handler handler = g_handler.load())
-        handler(nullptr, nullptr, nullptr, 0, 0);
-    errno = error;
-    return error;
-}
+using winport::Refuse;
 
 wchar_t ToLower(wchar_t c)
 {
@@ -55,16 +46,6 @@ Number ReadNumber(const wchar_t* text)
 }
 
 } // namespace
-
-_invalid_parameter_handler _set_invalid_parameter_handler(_invalid_parameter_handler handler)
-{
-    return g_handler.exchange(handler);
-}
-
-_invalid_parameter_handler _get_invalid_parameter_handler()
-{
-    return g_handler.load();
-}
 
 errno_t wcscpy_s(wchar_t* destination, size_t capacity, const wchar_t* source)
 {

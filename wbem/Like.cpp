@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <type_traits>
 #include <utility>
 
 namespace wbem
@@ -27,7 +26,7 @@ struct Element
 
 char32_t Folded(wchar_t c)
 {
-    return static_cast<char32_t>(static_cast<std::make_unsigned_t<wchar_t>>(FoldCase(c)));
+    return CodeUnit(FoldCase(c));
 }
 
 // The position of the ']' that closes the set at `open`, or npos. A ']' in first place is a member.
@@ -156,7 +155,7 @@ LikePattern::LikePattern(std::wstring_view pattern)
 
 const LikePattern::Word* LikePattern::MaskOf(wchar_t folded) const noexcept
 {
-    const auto c = static_cast<char32_t>(static_cast<std::make_unsigned_t<wchar_t>>(folded));
+    const char32_t c = CodeUnit(folded);
     const std::size_t stretch = c < m_asciiStretch.size() ? m_asciiStretch[c] : StretchOf(m_stretches, c);
     return m_masks.data() + stretch * m_words;
 }

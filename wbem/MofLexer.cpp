@@ -57,7 +57,7 @@ constexpr std::array<bool, 128> kNameParts = MakeNameParts();
 
 bool IsAscii(wchar_t c)
 {
-    return c >= 0 && c < 0x80;
+    return CodeUnit(c) < 0x80;
 }
 
 bool IsSurrogate(wchar_t c)
@@ -80,7 +80,7 @@ std::wstring Describe(wchar_t c)
         return L"the byte 0x" + Hex(static_cast<unsigned>(c) - 0xDC00, 2) + L" is not UTF-8";
     if (IsSurrogate(c))
         return L"the character U+" + Hex(static_cast<unsigned>(c), 4) + L" is half of a surrogate pair";
-    if (c >= 0 && (c < L' ' || c == 0x7F))
+    if (CodeUnit(c) < L' ' || c == 0x7F)
         return L"the control character U+" + Hex(static_cast<unsigned>(c), 4) + L" is no part of MOF";
     return L"'" + std::wstring(1, c) + L"' is no part of MOF";
 }

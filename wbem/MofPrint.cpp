@@ -68,7 +68,7 @@ void AppendEscaped(std::wstring& text, wchar_t c)
         text += L'\\';
         text += kKinds[which];
     }
-    else if (c >= 0 && (c < L' ' || c == 0x7F || IsHighSurrogate(c) || IsLowSurrogate(c)))
+    else if (CodeUnit(c) < L' ' || c == 0x7F || IsHighSurrogate(c) || IsLowSurrogate(c))
     {
         AppendCode(text, static_cast<unsigned>(c));
     }

@@ -98,7 +98,7 @@ CimValue MofValues::ParseCharacter()
 {
     std::wstring text;
     AppendUnescaped(text, m_token);
-    if (text.size() != 1 || text[0] < 0 || text[0] > 0xFFFF)
+    if (text.size() != 1 || CodeUnit(text[0]) > 0xFFFF)
         Fail(L"one character of 16 bits is expected between the quotes");
     Advance();
     return CimValue::Char16(static_cast<char16_t>(text[0]));

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
-#include <type_traits>
 
 namespace wbem
 {
@@ -40,12 +39,6 @@ constexpr CaseRange kCaseRanges[] = {
 };
 
 constexpr char32_t kReplacement = 0xFFFD;
-
-// wchar_t is signed on some platforms; its bits as a code unit.
-constexpr char32_t CodeUnit(wchar_t c)
-{
-    return static_cast<char32_t>(static_cast<std::make_unsigned_t<wchar_t>>(c));
-}
 
 void AppendUtf8(std::string& bytes, char32_t c)
 {

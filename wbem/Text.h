@@ -9,11 +9,18 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <unordered_map>
 #include <unordered_set>
 
 namespace wbem
 {
+
+// The bits of a wide character, which is signed on some platforms.
+constexpr char32_t CodeUnit(wchar_t c) noexcept
+{
+    return static_cast<char32_t>(static_cast<std::make_unsigned_t<wchar_t>>(c));
+}
 
 // The small letter of a character beyond ASCII; characters without one, and surrogates, stay as they are.
 wchar_t FoldCaseBeyondAscii(wchar_t c) noexcept;

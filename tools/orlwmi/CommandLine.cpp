@@ -1,0 +1,265 @@
+// What the client can be asked, declared once: parsing and help come from the same lines.
+#include "tools/orlwmi/CommandLine.h"
+
+#include "tools/orlwmi/Failure.h"
+#include "tools/orlwmi/HelpTexts.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+namespace orl::client
+{
+namespace
+{
+
+constexpr double LongestTimeout = 365.0 * 24 * 3600; // seconds
+
+// The options as the parser fills them, before they are checked.
+struct Raw
+{
+    Options options;
+    std::string format;
+    std::string select;
+    std::vector<std::string> keys;
+    double timeout = 0;
+    CLI::Option* timeoutOption = nullptr;
+};
+
+const std::vector<std::pair<std::string, Format>>& FormatNames()
+{
+    static const std::vector<std::pair<std::string, Format>> names = {{"table", Format::Table},
+                                                                      {"list", Format::List},
+                                                                      {"json", Format::Json},
+                                                                      {"csv", Format::Csv},
+                                                                      {"mof", Format::Mof}};
+    return names;
+}
+
+std::vector<std::string> Split(const std::string& text, char separator)
+{
+    std::vector<std::string> parts;
+    for (size_t begin = 0; begin <= text.size();)
+    {
+        const size_t end = std::min(text.find(separator, begin), text.size());
+        parts.push_back(CLI::detail::trim_copy(text.substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return parts;
+}
+
+void AddConnectionOptions(CLI::App& command, Raw& raw)
+{
+    command.add_option("--namespace", raw.options.nameSpace, "Namespace of the classes")
+        ->type_name("NAME")
+        ->capture_default_str();
+    command.add_option("--server", raw.options.server, "Machine to ask, this one when not given")->type_name("NAME");
+    auto* timeout = command.add_option("--timeout", raw.timeout, "Give up when the answer is not there in time")
+                        ->type_name("SECONDS");
+    raw.timeoutOption = timeout;
+    command.add_flag("--timing", raw.options.timing, "Say on standard error what took how long");
+}
+
+void AddFormat(CLI::App& command, Raw& raw, const std::vector<std::string>& formats, const std::string& preset)
+{
+    command.add_option("--format", raw.format, "How to print, " + preset + " when not given")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formats, CLI::ignore_case));
+}
+
+void AddSelect(CLI::App& command, Raw& raw)
+{
+    command.add_option("--select", raw.select, "Properties to print, in this order; __PATH and the like too")
+        ->type_name("A,B,...");
+}
+
+void AddCount(CLI::App& command, Raw& raw)
+{
+    command.add_flag("--count", raw.options.count, "Print how many there are and nothing else");
+}
+
+CLI::App& AddCommand(CLI::App& app, Raw& raw, Command command, const char* name, const char* what, const char* examples)
+{
+    auto* added = app.add_subcommand(name, what);
+    added->footer(examples);
+    added->callback([&raw, command] { raw.options.command = command; });
+    return *added;
+}
+
+const std::vector<std::string> AllFormats = {"table", "list", "json", "csv", "mof"};
+const std::vector<std::string> RowFormats = {"table", "list", "json", "csv"};
+
+void Declare(CLI::App& app, Raw& raw)
+{
+    app.require_subcommand(1);
+    app.footer(ProgramHelp);
+    app.set_version_flag("--version", std::string("orlwmi ") + ORL_VERSION, "Print the version and end");
+    // A path may begin with a slash, which is no option on any platform.
+    app.allow_windows_style_options(false);
+
+    auto& tree =
+        AddCommand(app, raw, Command::Tree, "tree", "Show the FCoE adapters and what belongs to them", TreeHelp);
+    AddConnectionOptions(tree, raw);
+
+    auto& enumerate = AddCommand(app, raw, Command::Enum, "enum", "Print the instances of a class", EnumHelp);
+    enumerate.add_option("CLASS", raw.options.subject, "Name of the class")->required();
+    AddFormat(enumerate, raw, AllFormats, "table");
+    AddSelect(enumerate, raw);
+    enumerate
+        .add_option("--where", raw.options.where, "Only instances that meet this condition of the WMI query language")
+        ->type_name("CONDITION");
+    AddCount(enumerate, raw);
+    AddConnectionOptions(enumerate, raw);
+
+    auto& get = AddCommand(app, raw, Command::Get, "get", "Print one instance", GetHelp);
+    get.add_option("PATH", raw.options.subject, "Path of the instance, or its class when --key is given")->required();
+    get.add_option("--key", raw.keys, "A key of the instance; once for each key")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+    AddFormat(get, raw, AllFormats, "list");
+    AddSelect(get, raw);
+    AddConnectionOptions(get, raw);
+
+    auto& query = AddCommand(app, raw, Command::Query, "query", "Print the result of a query", QueryHelp);
+    query.add_option("WQL", raw.options.subject, "The query, as one argument")->required();
+    AddFormat(query, raw, AllFormats, "table");
+    AddSelect(query, raw);
+    AddCount(query, raw);
+    AddConnectionOptions(query, raw);
+
+    auto& definition = AddCommand(app, raw, Command::Class, "class", "Print the definition of a class", ClassHelp);
+    definition.add_option("NAME", raw.options.subject, "Name of the class")->required();
+    AddFormat(definition, raw, AllFormats, "mof");
+    AddConnectionOptions(definition, raw);
+
+    auto& classes = AddCommand(app, raw, Command::Classes, "classes", "List the classes of the namespace", ClassesHelp);
+    classes.add_flag("--all", raw.options.all, "System classes too");
+    AddFormat(classes, raw, RowFormats, "table");
+    AddCount(classes, raw);
+    AddConnectionOptions(classes, raw);
+
+    auto& doctor =
+        AddCommand(app, raw, Command::Doctor, "doctor", "Check the installation and say what to do", DoctorHelp);
+    AddFormat(doctor, raw, RowFormats, "plain lines");
+    AddConnectionOptions(doctor, raw);
+}
+
+[[noreturn]] void Refuse(const std::string& message)
+{
+    throw Failure(ExitCode::Usage, message);
+}
+
+std::pair<std::string, std::string> ParseKey(const std::string& text)
+{
+    const auto equals = text.find('=');
+    if (equals == std::string::npos || equals == 0)
+    {
+        Refuse("--key wants NAME=VALUE, not " + text);
+    }
+    return {text.substr(0, equals), text.substr(equals + 1)};
+}
+
+std::vector<std::string> ParseSelect(const std::string& text)
+{
+    auto names = Split(text, ',');
+    for (const auto& name : names)
+    {
+        if (name.empty() || name.find_first_of(" \t\"'*()") != std::string::npos)
+        {
+            Refuse("--select wants names of properties with commas between, not " + text);
+        }
+    }
+    return names;
+}
+
+std::chrono::milliseconds ParseTimeout(double seconds)
+{
+    if (!(seconds > 0) || seconds > LongestTimeout)
+    {
+        Refuse("--timeout wants a number of seconds greater than 0 and not more than a year");
+    }
+    return std::chrono::milliseconds(static_cast<LONGLONG>(std::ceil(seconds * 1000)));
+}
+
+Format ParseFormat(const std::string& name)
+{
+    for (const auto& [known, format] : FormatNames())
+    {
+        if (CLI::detail::to_lower(name) == known)
+        {
+            return format;
+        }
+    }
+    Refuse("--format does not know " + name);
+}
+
+Options Checked(Raw raw, bool hasTimeout)
+{
+    Options options = std::move(raw.options);
+    for (const auto& key : raw.keys)
+    {
+        options.keys.push_back(ParseKey(key));
+    }
+    if (!raw.select.empty())
+    {
+        options.select = ParseSelect(raw.select);
+    }
+    if (hasTimeout)
+    {
+        options.timeout = ParseTimeout(raw.timeout);
+    }
+    if (!raw.format.empty())
+    {
+        options.format = ParseFormat(raw.format);
+    }
+    if (options.subject.empty() && options.command != Command::Tree && options.command != Command::Classes &&
+        options.command != Command::Doctor)
+    {
+        Refuse("the name, path or query is empty");
+    }
+    if (options.format == Format::Mof && !options.select.empty())
+    {
+        Refuse("--select does not go with --format mof: an object's text is always whole");
+    }
+    return options;
+}
+
+std::string HelpHint(const CLI::App& app)
+{
+    const auto chosen = app.get_subcommands();
+    return "\nTry: orlwmi " + (chosen.empty() ? "" : chosen.front()->get_name() + " ") + "--help";
+}
+
+} // namespace
+
+std::variant<Options, Help> ParseCommandLine(const std::vector<std::string>& arguments)
+{
+    CLI::App app("Asks WMI about the Fibre Channel over Ethernet of a machine.", "orlwmi");
+    Raw raw;
+    Declare(app, raw);
+    try
+    {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        const auto* chosen = app.get_subcommands().front();
+        return Checked(raw, chosen->count("--timeout") != 0);
+    }
+    catch (const CLI::CallForHelp&)
+    {
+        return Help{app.help()};
+    }
+    catch (const CLI::CallForVersion& version)
+    {
+        return Help{std::string(version.what()) + "\n"};
+    }
+    catch (const CLI::ParseError& error)
+    {
+        Refuse(error.what() + HelpHint(app));
+    }
+    catch (const Failure& failure)
+    {
+        Refuse(failure.what() + HelpHint(app));
+    }
+}
+
+} // namespace orl::client

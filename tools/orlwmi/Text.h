@@ -1,0 +1,25 @@
+// Text of the client, which is UTF-8; wide text is only met where COM wants it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace orl::client
+{
+
+// Takes one code point off the front of a non-empty text; U+FFFD for what is no character.
+[[nodiscard]] char32_t TakeCodePoint(std::string_view& utf8);
+void AppendUtf8(std::string& utf8, char32_t codePoint);
+
+// The text as a terminal may show it: control characters, and those that turn the direction of writing, stand as
+// escapes (\n, \t, \x1B, \u202E), so a value can neither move the cursor nor break a line. A backslash is itself.
+[[nodiscard]] std::string Printable(std::string_view utf8);
+
+// Columns that the text takes on a terminal: wide East Asian characters and emoji take two, combining ones none.
+[[nodiscard]] size_t DisplayWidth(std::string_view utf8);
+
+// Compares ASCII letters without case, as names of classes and properties are compared.
+[[nodiscard]] bool SameName(std::string_view left, std::string_view right);
+
+} // namespace orl::client

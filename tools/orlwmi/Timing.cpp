@@ -1,0 +1,33 @@
+// The line of --timing.
+#include "tools/orlwmi/Timing.h"
+
+#include <array>
+#include <cstdio>
+
+namespace orl::client
+{
+namespace
+{
+
+std::string Milliseconds(Timing::Clock::duration time)
+{
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%.1f ms", std::chrono::duration<double, std::milli>(time).count());
+    return text.data();
+}
+
+} // namespace
+
+std::string Timing::Line() const
+{
+    std::string line = std::to_string(m_objects) + (m_objects == 1 ? " object in " : " objects in ");
+    line += Milliseconds(Clock::now() - m_start);
+    if (m_connected)
+    {
+        line += " (connected after " + Milliseconds(*m_connected - m_start);
+        line += m_first ? ", first object after " + Milliseconds(*m_first - m_start) + ")" : ")";
+    }
+    return line;
+}
+
+} // namespace orl::client

@@ -1,0 +1,70 @@
+// The MOF format: the texts that the service makes of its objects.
+#include "tools/orlwmi/format/ResultWriter.h"
+
+#include "tools/orlwmi/Text.h"
+
+#include <array>
+#include <cstdio>
+
+namespace orl::client
+{
+namespace
+{
+
+// Control characters in a text constant stand as MOF's own escapes, so that the text means the same and a terminal
+// obeys none of it. Lines end with a line feed on every platform.
+void AppendText(std::string& out, std::string_view mof)
+{
+    while (!mof.empty())
+    {
+        const char32_t c = TakeCodePoint(mof);
+        const bool control = (c < 0x20 && c != U'\n' && c != U'\t') || (c >= 0x7F && c < 0xA0);
+        if (c == U'\r')
+        {
+            continue;
+        }
+        if (control)
+        {
+            std::array<char, 8> escape{};
+            std::snprintf(escape.data(), escape.size(), "\\x%04X", static_cast<unsigned>(c));
+            out += escape.data();
+        }
+        else
+        {
+            AppendUtf8(out, c);
+        }
+    }
+}
+
+class MofWriter : public ResultWriter
+{
+public:
+    explicit MofWriter(Output& output) : m_output(output) {}
+
+    void Write(const Record& record) override
+    {
+        const auto first = record.mof.find_first_not_of("\r\n");
+        const auto last = record.mof.find_last_not_of("\r\n \t");
+        if (first == std::string::npos)
+        {
+            return;
+        }
+        std::string text = m_first ? "" : "\n";
+        m_first = false;
+        AppendText(text, std::string_view(record.mof).substr(first, last + 1 - first));
+        m_output.Write(text + "\n");
+    }
+
+private:
+    Output& m_output;
+    bool m_first = true;
+};
+
+} // namespace
+
+std::unique_ptr<ResultWriter> MakeMofWriter(Output& output)
+{
+    return std::make_unique<MofWriter>(output);
+}
+
+} // namespace orl::client

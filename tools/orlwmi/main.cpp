@@ -1,0 +1,20 @@
+// orlwmi: the command line client.
+#include "tools/orlwmi/Client.h"
+#include "tools/orlwmi/Platform.h"
+
+using namespace orl::client;
+
+int main(int argc, char** argv)
+{
+    PrepareStreams();
+    CatchInterrupts();
+    StandardOutput output;
+    const ExitCode code =
+        RunClient(ProgramArguments(argc, argv), output, [](const std::string& lines) { WriteStandardError(lines); });
+    if (code == ExitCode::TimedOut || code == ExitCode::Interrupted)
+    {
+        // A call may still be stuck in the service's library, and winding up would wait for it.
+        EndProcess(static_cast<int>(code));
+    }
+    return static_cast<int>(code);
+}

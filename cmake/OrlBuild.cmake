@@ -41,7 +41,7 @@ target_compile_options(
 target_compile_options(orl_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-non-virtual-dtor>)
 if(WIN32)
   # -static: one C++ runtime per module and none to ship; the CRT stays the system's msvcrt.dll.
-  target_link_options(orl_flags INTERFACE -static -Wl,--high-entropy-va -Wl,--dynamicbase -Wl,--nxcompat)
+  target_link_options(orl_flags INTERFACE -static -fstack-protector-strong -Wl,--high-entropy-va -Wl,--dynamicbase -Wl,--nxcompat)
   target_compile_definitions(orl_flags INTERFACE _WIN32_WINNT=0x0A00 WINVER=0x0A00)
   # The SDK's own headers use anonymous structs and casts that our flags refuse.
   target_compile_options(orl_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-unknown-pragmas>)

@@ -7,7 +7,8 @@
 #include "framework/include/CWomContext.h"
 #include "framework/include/CWomWQLParser.h"
 #include "framework/include/OrlFrameworkApi.h"
-#include "framework/include/WbemApi.h"
+
+#include <wbemcli.h>
 
 // The framework owns a registered manager and destroys it through its destructor. It calls the operations from any
 // number of threads at once.
@@ -20,7 +21,10 @@
 class ORL_FRAMEWORK_API CWomClassManagerRoot
 {
 public:
+    CWomClassManagerRoot();
     virtual ~CWomClassManagerRoot();
+    CWomClassManagerRoot(const CWomClassManagerRoot&) = delete;
+    CWomClassManagerRoot& operator=(const CWomClassManagerRoot&) = delete;
 
     // The name of the manager's CIM class. It stays valid as long as the manager.
     virtual const wchar_t* GetCimClassName() = 0;

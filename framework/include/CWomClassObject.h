@@ -6,7 +6,8 @@
 #include "framework/include/CWomContext.h"
 #include "framework/include/OrlFrameworkApi.h"
 #include "framework/include/WarningMessageObj.h"
-#include "framework/include/WbemApi.h"
+
+#include <wbemcli.h>
 
 #include <vector>
 
@@ -25,7 +26,8 @@ public:
 
     // These three throw CWomProviderException, with the status of what failed.
 
-    // Makes this the definition of the class.
+    // Makes this the definition of the class, which is shared with other requests: instances are spawned from it, and
+    // nothing is set in it.
     void CreateClass(const CComBSTR& className);
     // Makes this a new instance of the class. Once the client is gone it throws with WBEM_E_CALL_CANCELLED at once.
     void SpawnInstanceFromClass(const CWomClassObject& classObject);
@@ -56,8 +58,10 @@ public:
 private:
     HRESULT Put(const wchar_t* name, VARIANT& value);
     HRESULT PutInteger(const wchar_t* name, LONG value);
-    HRESULT PutDecimal(const wchar_t* name, bool negative, ULONGLONG magnitude);
-    HRESULT Get(const wchar_t* name, CComVariant& value) const;
+    HRESULT Get(const wchar_t* name, CComVariant& value, CIMTYPE& type) const;
+    template <typename Number>
+    HRESULT GetNumber(const wchar_t* name, Number& value, bool& isNull,
+                      bool (*read)(const VARIANT&, CIMTYPE, Number&)) const;
 
     CWomContext& m_context;
     CComPtr<IWbemClassObject> m_object;

@@ -3,7 +3,8 @@
 
 #include "com/OrlAtl.h"
 #include "framework/include/OrlFrameworkApi.h"
-#include "framework/include/WbemApi.h"
+
+#include <wbemcli.h>
 
 namespace orl
 {
@@ -49,12 +50,12 @@ public:
 
     // The client is gone: instances are no longer made, so that the rest of a long list costs little.
     bool IsCancelled() const { return m_cancelled; }
+    void NoteCancelled() { m_cancelled = true; }
 
     // For whoever leaves one record out and goes on with the next: what became of it, see OrlStatusOfCurrentException.
-    // A lack of memory and a sink that refuses are remembered for a get, which would otherwise tell the client that the
-    // object does not exist. Of several the first counts.
+    // A lack of memory is remembered for a get, which would otherwise tell the client that the object does not exist;
+    // other losses are not.
     void NoteLostRecord(HRESULT status);
-    void NoteRefusal(HRESULT status);
     // WBEM_S_NO_ERROR when there was no such loss.
     HRESULT LossStatus() const { return m_lossStatus; }
 

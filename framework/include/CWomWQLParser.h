@@ -4,7 +4,8 @@
 #include "Common/Src/OrlString.h"
 #include "framework/include/COrlWmiNamedValue.h"
 #include "framework/include/OrlFrameworkApi.h"
-#include "framework/include/WbemApi.h"
+
+#include <wbemcli.h>
 
 #include <vector>
 

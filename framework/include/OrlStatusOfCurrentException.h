@@ -3,7 +3,6 @@
 
 #include "com/OrlAtl.h"
 #include "framework/include/CWomProviderException.h"
-#include "framework/include/WbemApi.h"
 
 #include <new>
 
@@ -12,7 +11,7 @@
 // Inline on purpose: an exception can only be thrown on by the module that handles it.
 inline HRESULT OrlStatusOfCurrentException() noexcept
 {
-    HRESULT status = orl::Hr(WBEM_E_FAILED);
+    HRESULT status = WBEM_E_FAILED;
     try
     {
         throw;
@@ -27,11 +26,11 @@ inline HRESULT OrlStatusOfCurrentException() noexcept
     }
     catch (const std::bad_alloc&)
     {
-        status = orl::Hr(WBEM_E_OUT_OF_MEMORY);
+        status = WBEM_E_OUT_OF_MEMORY;
     }
     catch (...)
     {
         // Without a name there is no more to say than that it failed.
     }
-    return FAILED(status) ? status : orl::Hr(WBEM_E_FAILED);
+    return FAILED(status) ? status : WBEM_E_FAILED;
 }

@@ -20,12 +20,14 @@ constexpr size_t MaxLogFileName = 245;
 constexpr size_t PathCapacity = 1024;
 constexpr size_t TempCapacity = 260;
 
-// The folder of the environment variable; empty when there is none or when it is too long.
-void ReadTempDirectory(wchar_t (&directory)[TempCapacity])
+// The folder of the environment variable; false and empty when there is none or when it is too long.
+bool ReadTempDirectory(wchar_t (&directory)[TempCapacity])
 {
     const DWORD length = GetEnvironmentVariableW(L"Temp", directory, static_cast<DWORD>(TempCapacity));
-    if (length == 0 || length >= TempCapacity)
+    const bool found = length != 0 && length < TempCapacity;
+    if (!found)
         directory[0] = L'\0';
+    return found;
 }
 
 void Append(wchar_t (&path)[PathCapacity], const wchar_t* text)
@@ -66,8 +68,7 @@ FILE* OpenInTemp(const wchar_t* path, const wchar_t* mode)
     if (name == nullptr)
         return nullptr;
     wchar_t fallback[TempCapacity] = {};
-    ReadTempDirectory(fallback);
-    if (OrlSafeCat(SourceName, __LINE__, fallback, TempCapacity, name) != 0)
+    if (!ReadTempDirectory(fallback) || OrlSafeCat(SourceName, __LINE__, fallback, TempCapacity, name) != 0)
         return nullptr;
     return _wfopen(fallback, mode);
 }

@@ -157,11 +157,15 @@ bool COrlString::CompareVectors(std::vector<COrlString> a, std::vector<COrlStrin
     COrlTraceScope scope(L"COrlString::CompareVectors", &equal);
     if (a.size() != b.size())
         return equal;
+    // In one case before they are sorted: code units put B before a, and the pairs would part.
+    if (!caseSensitive)
+    {
+        std::for_each(a.begin(), a.end(), [](COrlString& text) { text.MakeLower(); });
+        std::for_each(b.begin(), b.end(), [](COrlString& text) { text.MakeLower(); });
+    }
     std::sort(a.begin(), a.end(), IsStrGreater);
     std::sort(b.begin(), b.end(), IsStrGreater);
-    equal = std::equal(a.begin(), a.end(), b.begin(),
-                       [=](const COrlString& left, const COrlString& right)
-                       { return caseSensitive ? left == right : left.CompareI(right); });
+    equal = a == b;
     return equal;
 }
 

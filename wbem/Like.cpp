@@ -38,6 +38,23 @@ std::size_t SetEnd(std::wstring_view pattern, std::size_t open)
     return first < pattern.size() ? pattern.find(L']', first + 1) : std::wstring_view::npos;
 }
 
+// The texts are folded. A range holds the folded characters between its ends, what lies between its folded ends, and
+// the small forms of the capitals that it spans ("[%-_]" has all of them).
+void AddRange(std::vector<Range>& ranges, wchar_t first, wchar_t last)
+{
+    const auto add = [&ranges](char32_t from, char32_t to)
+    {
+        if (from <= to)
+            ranges.emplace_back(from, to);
+    };
+    const auto small = [](char32_t capital) { return capital + (U'a' - U'A'); };
+    add(Folded(first), Folded(last));
+    if (first == last)
+        return;
+    add(CodeUnit(first), CodeUnit(last));
+    add(small(std::max<char32_t>(CodeUnit(first), U'A')), small(std::min<char32_t>(CodeUnit(last), U'Z')));
+}
+
 Element ReadSet(std::wstring_view members)
 {
     Element element;
@@ -48,15 +65,9 @@ Element ReadSet(std::wstring_view members)
     }
     for (std::size_t i = 0; i < members.size(); ++i)
     {
-        const char32_t first = Folded(members[i]);
-        char32_t last = first;
-        if (i + 2 < members.size() && members[i + 1] == L'-')
-        {
-            i += 2;
-            last = Folded(members[i]);
-        }
-        if (first <= last)
-            element.ranges.emplace_back(first, last);
+        const bool isRange = i + 2 < members.size() && members[i + 1] == L'-';
+        AddRange(element.ranges, members[i], members[isRange ? i + 2 : i]);
+        i += isRange ? 2 : 0;
     }
     return element;
 }

@@ -35,7 +35,7 @@ struct ObjectPath
 
     // Slashes of either kind. A quoted value has double or single quotes; in it \" and \\ (and \' between single quotes)
     // stand for the character after the backslash, and a backslash before anything else is itself. Spaces may stand
-    // around '=' and ',' and at both ends. A word alone is a class.
+    // around '.', '=' and ',' and at both ends. A word alone is a class.
     static Parsed<ObjectPath> Parse(std::wstring_view text);
     // As Parse, for texts that can only name a namespace: a word alone is one.
     static Parsed<ObjectPath> ParseNamespace(std::wstring_view text);

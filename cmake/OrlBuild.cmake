@@ -46,15 +46,16 @@ if(WIN32)
   # The SDK's own headers use anonymous structs and casts that our flags refuse.
   target_compile_options(orl_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-unknown-pragmas>)
 else()
-  target_link_options(orl_flags INTERFACE -Wl,-z,defs -Wl,--as-needed)
+  target_link_options(orl_flags INTERFACE -Wl,--as-needed)
 endif()
 
 set(ORL_SANITIZE "" CACHE STRING "Sanitizers of the build, as for -fsanitize=")
 if(ORL_SANITIZE)
   add_compile_options(-fsanitize=${ORL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${ORL_SANITIZE})
-  # A sanitized library finds its runtime in the program that loads it.
-  target_link_options(orl_flags INTERFACE -Wl,-z,nodefs)
+elseif(NOT WIN32)
+  # Not with a sanitizer: such a library finds its runtime in the program that loads it.
+  target_link_options(orl_flags INTERFACE -Wl,-z,defs)
 endif()
 
 # orl_library(NAME SOURCES ... DEPENDS ...): a static library of one module.

@@ -58,6 +58,12 @@ elseif(NOT WIN32)
   target_link_options(orl_flags INTERFACE -Wl,-z,defs)
 endif()
 
+if(ORL_FUZZ)
+  # All code tells the fuzzer which way it went; only the fuzz targets themselves link its main function.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  add_link_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # orl_library(NAME SOURCES ... DEPENDS ...): a static library of one module.
 function(orl_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;DEFINES" ${ARGN})

@@ -246,6 +246,10 @@ std::string JsonPlace::Pointer() const
 
 JsonValue JsonText::Parse() const
 {
+    // The parser takes it for the end and would leave what follows unread.
+    if (const std::size_t zero = m_text.find('\0'); zero != std::string::npos)
+        Refuse(zero, {}, "not JSON: a byte of value 0");
+
     const char* reached = m_text.data();
     Builder builder(*this, reached);
     const CountingIterator first(m_text.data(), &reached);

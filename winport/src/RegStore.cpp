@@ -65,14 +65,12 @@ struct Version
 
 // File times advance in steps of a few milliseconds: a file changed so shortly before it was read may have been changed
 // again without looking any different.
-bool IsRecent(const Version& version)
+bool WasRecent(const Version& version, const timespec& then)
 {
     constexpr long long Milliseconds = 100;
-    timespec now;
-    clock_gettime(CLOCK_REALTIME, &now);
     const long long age =
-        (now.tv_sec - version.modified.tv_sec) * 1000LL + (now.tv_nsec - version.modified.tv_nsec) / 1'000'000;
-    return version.exists && age < Milliseconds;
+        (then.tv_sec - version.modified.tv_sec) * 1000LL + (then.tv_nsec - version.modified.tv_nsec) / 1'000'000;
+    return version.exists && std::abs(age) < Milliseconds;
 }
 
 Version VersionOf(const std::string& file, const struct stat& status)
@@ -202,8 +200,10 @@ std::shared_ptr<const RegFile> ReadRegistry()
     const std::string file = FileName();
     if (!content || isRecent || !(CurrentVersion(file) == version))
     {
+        timespec now;
+        clock_gettime(CLOCK_REALTIME, &now);
         content = std::make_shared<const RegFile>(Load(file, version));
-        isRecent = IsRecent(version);
+        isRecent = WasRecent(version, now);
         Report(file, *content);
     }
     return content;

@@ -22,7 +22,13 @@ using winport::RegKey;
 using winport::RegValue;
 
 std::mutex g_lock;
-std::set<HKEY> g_openKeys;
+
+// Made at the first use: a module's trace reads the registry while the module's own objects are still being made.
+std::set<HKEY>& OpenKeys()
+{
+    static std::set<HKEY> keys;
+    return keys;
+}
 
 // The path of an open or predefined key; false for any other handle.
 bool PathOf(HKEY key, std::wstring& path)
@@ -36,7 +42,7 @@ bool PathOf(HKEY key, std::wstring& path)
     else
     {
         const std::lock_guard<std::mutex> guard(g_lock);
-        if (!g_openKeys.contains(key))
+        if (!OpenKeys().contains(key))
             return false;
         path = key->path;
     }
@@ -71,7 +77,7 @@ const RegKey* FindKey(const RegFile& file, const std::wstring& path)
 HKEY MakeHandle(const std::wstring& path)
 {
     const std::lock_guard<std::mutex> guard(g_lock);
-    return *g_openKeys.insert(new HKEY__{path}).first;
+    return *OpenKeys().insert(new HKEY__{path}).first;
 }
 
 bool AreNamesValid(std::wstring_view path)
@@ -153,7 +159,7 @@ LSTATUS RegCloseKey(HKEY key)
     if (IsPredefined(key))
         return ERROR_SUCCESS;
     const std::lock_guard<std::mutex> guard(g_lock);
-    if (g_openKeys.erase(key) == 0)
+    if (OpenKeys().erase(key) == 0)
         return ERROR_INVALID_HANDLE;
     delete key;
     return ERROR_SUCCESS;

@@ -225,10 +225,28 @@ Options Checked(Raw raw, bool hasTimeout)
     return options;
 }
 
-std::string HelpHint(const CLI::App& app)
+// The same complaint with a pointer to the help that is nearest to it.
+[[noreturn]] void RefuseWithHint(const std::string& message, const CLI::App& app)
 {
     const auto chosen = app.get_subcommands();
-    return "\nTry: orlwmi " + (chosen.empty() ? "" : chosen.front()->get_name() + " ") + "--help";
+    const std::string command = chosen.empty() ? "" : chosen.front()->get_name() + " ";
+    throw Failure(ExitCode::Usage, message, {{"Try", "orlwmi " + command + "--help"}});
+}
+
+// The first word that is no option is the command. The parser would only say that one is missing.
+void CheckCommand(const CLI::App& app, const std::vector<std::string>& arguments)
+{
+    const auto word = std::find_if(arguments.begin(), arguments.end(),
+                                   [](const std::string& argument) { return argument.compare(0, 1, "-") != 0; });
+    if (word == arguments.end())
+    {
+        return;
+    }
+    const auto named = app.get_subcommands([&word](const CLI::App* command) { return command->get_name() == *word; });
+    if (named.empty())
+    {
+        Refuse("there is no command " + *word);
+    }
 }
 
 } // namespace
@@ -240,6 +258,7 @@ std::variant<Options, Help> ParseCommandLine(const std::vector<std::string>& arg
     Declare(app, raw);
     try
     {
+        CheckCommand(app, arguments);
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         const auto* chosen = app.get_subcommands().front();
         return Checked(raw, chosen->count("--timeout") != 0);
@@ -254,11 +273,11 @@ std::variant<Options, Help> ParseCommandLine(const std::vector<std::string>& arg
     }
     catch (const CLI::ParseError& error)
     {
-        Refuse(error.what() + HelpHint(app));
+        RefuseWithHint(error.what(), app);
     }
     catch (const Failure& failure)
     {
-        Refuse(failure.what() + HelpHint(app));
+        RefuseWithHint(failure.what(), app);
     }
 }
 

@@ -13,13 +13,18 @@
 namespace orl::client
 {
 
-// What the service told beside the status code, as name and text, in the order in which it is printed.
+// What is told beside a message, as name and text, in the order in which it is printed: for a failed call, what the
+// service said about it.
 using ExtendedStatus = std::vector<std::pair<std::string, std::string>>;
 
 class Failure : public std::exception
 {
 public:
-    Failure(ExitCode exitCode, std::string message) : m_exitCode(exitCode), m_message(std::move(message)) {}
+    // One of the client's own, with what it tells beside it.
+    Failure(ExitCode exitCode, std::string message, ExtendedStatus extended = {})
+        : m_exitCode(exitCode), m_message(std::move(message)), m_extended(std::move(extended))
+    {
+    }
 
     // A failed call: `what` says what was attempted ("cannot get X").
     Failure(std::string what, HRESULT status, ExtendedStatus extended);

@@ -17,7 +17,10 @@ struct Column
 {
     std::string name;
     size_t width = 0;
-    bool rightAligned = true; // until a value that is no number is seen
+    bool hasNumbers = false;
+    bool hasOthers = false; // nulls are neither
+
+    [[nodiscard]] bool IsRightAligned() const { return hasNumbers && !hasOthers; }
 };
 
 struct Cell
@@ -82,7 +85,7 @@ private:
             m_names.push_back(property.name);
             std::string label = Printable(property.name);
             const size_t width = DisplayWidth(label);
-            m_columns.push_back({std::move(label), width, true});
+            m_columns.push_back({std::move(label), width});
         }
     }
 
@@ -91,7 +94,9 @@ private:
         if (m_sampling)
         {
             column.width = std::max(column.width, cell.width);
-            column.rightAligned = column.rightAligned && (value.IsNull() || std::holds_alternative<Number>(value));
+            const bool number = std::holds_alternative<Number>(value);
+            column.hasNumbers = column.hasNumbers || number;
+            column.hasOthers = column.hasOthers || !(number || value.IsNull());
         }
     }
 
@@ -124,7 +129,7 @@ private:
         {
             const std::string blanks(m_columns[i].width - std::min(m_columns[i].width, row[i].width), ' ');
             line += i == 0 ? "" : "  ";
-            line += m_columns[i].rightAligned ? blanks + row[i].text : row[i].text + blanks;
+            line += m_columns[i].IsRightAligned() ? blanks + row[i].text : row[i].text + blanks;
         }
         line.erase(line.find_last_not_of(' ') + 1);
         m_output.Write(line + "\n");

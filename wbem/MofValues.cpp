@@ -29,6 +29,8 @@ public:
             m_type = std::max(m_type, type, Narrower);
         else if ((IsReal(m_type) || IsInteger(m_type)) && (IsReal(type) || IsInteger(type)))
             m_type = CimType::Real64;
+        else if (IsText(m_type) && IsText(type)) // an alias among paths
+            m_type = CimType::Reference;
         else
             return false;
         return m_type != CimType::UInt64 || !m_negative;
@@ -75,12 +77,17 @@ std::wstring MofValues::TakeName(const wchar_t* what)
 std::wstring MofValues::TakeText()
 {
     std::wstring text;
+    AppendTexts(text);
+    return text;
+}
+
+void MofValues::AppendTexts(std::wstring& text)
+{
     while (m_token.kind == MofTokenKind::Text)
     {
         AppendUnescaped(text, m_token);
         Advance();
     }
-    return text;
 }
 
 CimValue MofValues::ParseText()
@@ -91,7 +98,8 @@ CimValue MofValues::ParseText()
         return CimValue::String(first.text);
     std::wstring text;
     AppendUnescaped(text, first);
-    return CimValue::String(text + TakeText());
+    AppendTexts(text);
+    return CimValue::String(text);
 }
 
 CimValue MofValues::ParseCharacter()

@@ -73,6 +73,7 @@ protected:
     void CheckNames(const std::vector<Item>& items, const wchar_t* what) const;
 
 private:
+    void AppendTexts(std::wstring& text);
     CimValue ParseText();
     CimValue ParseCharacter();
     CimValue ParseArray(std::size_t depth);

@@ -33,9 +33,9 @@ struct ObjectPath
     std::vector<PathKey> keys;            // in the order written
     bool isSingleton = false;             // Class=@
 
-    // Slashes of either kind. A quoted value has double or single quotes; in it \" and \\ (and \' between single quotes)
-    // stand for the character after the backslash, and a backslash before anything else is itself. Spaces may stand
-    // around '.', '=' and ',' and at both ends. A word alone is a class.
+    // Slashes of either kind. A quoted value has double or single quotes; in it \" and \\ (and \' between single
+    // quotes) stand for the character after the backslash, and a backslash before anything else is itself. Spaces may
+    // stand around '.', '=' and ',' and at both ends. A word alone is a class.
     static Parsed<ObjectPath> Parse(std::wstring_view text);
     // As Parse, for texts that can only name a namespace: a word alone is one.
     static Parsed<ObjectPath> ParseNamespace(std::wstring_view text);

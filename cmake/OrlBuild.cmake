@@ -48,6 +48,8 @@ if(WIN32)
   # The SDK's own headers use anonymous structs and casts that our flags refuse.
   target_compile_options(orl_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-unknown-pragmas>)
 else()
+  # A library that is released goes, as on Windows: one unique symbol of a standard template would pin it.
+  target_compile_options(orl_flags INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
   target_link_options(orl_flags INTERFACE -Wl,--as-needed)
 endif()
 

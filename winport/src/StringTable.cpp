@@ -11,13 +11,15 @@ int LoadStringW(HINSTANCE module, UINT id, LPWSTR text, int capacity)
         return 0;
     const auto* table =
         reinterpret_cast<const winport::StringTable*>(GetProcAddress(module, winport::StringTableExport));
+    // A resource's number has 16 bits; what stands above them is not looked at.
+    const UINT number = LOWORD(id);
     const winport::StringEntry* found = nullptr;
     if (table)
     {
         const auto* end = table->entries + table->count;
-        found = std::lower_bound(table->entries, end, id,
+        found = std::lower_bound(table->entries, end, number,
                                  [](const winport::StringEntry& entry, UINT wanted) { return entry.id < wanted; });
-        if (found == end || found->id != id)
+        if (found == end || found->id != number)
             found = nullptr;
     }
     text[0] = L'\0';

@@ -196,6 +196,7 @@ HRESULT CWomClassObject::GetNumber(const wchar_t* name, Number& value, bool& isN
     isNull = SUCCEEDED(status) && held.vt == VT_NULL;
     if (FAILED(status) || isNull || read(held, type, value))
         return status;
+    value = 0;
     return WBEM_E_TYPE_MISMATCH;
 }
 

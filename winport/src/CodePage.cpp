@@ -216,8 +216,8 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR source, int sourceLe
             *usedDefault = replaced;
         return result;
     }
-    if (defaultCharacter || usedDefault)
-        return Fail(ERROR_INVALID_PARAMETER);
+    if (usedDefault)
+        *usedDefault = FALSE;
     if (flags & ~WC_ERR_INVALID_CHARS)
         return Fail(ERROR_INVALID_FLAGS);
     if (!winport::EncodeUtf8(source, length, put) && flags)

@@ -1,6 +1,8 @@
 // Changing the type of a VARIANT: numbers, booleans and texts.
 #include <oleauto.h>
 
+#include "winport/src/Elements.h"
+
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -188,6 +190,26 @@ std::wstring ToText(const VARIANT& source, const Value& value, USHORT flags)
     return whole ? std::to_wstring(*whole) : std::to_wstring(std::get<ULONGLONG>(value));
 }
 
+bool IsSigned(VARTYPE type)
+{
+    return type == VT_I1 || type == VT_I2 || type == VT_I4 || type == VT_INT || type == VT_I8;
+}
+
+bool IsUnsigned(VARTYPE type)
+{
+    return type == VT_UI1 || type == VT_UI2 || type == VT_UI4 || type == VT_UINT || type == VT_UI8;
+}
+
+// A signed number keeps its bits in the unsigned type of its own width: -1 becomes the largest one.
+Value Reinterpreted(const Value& value, VARTYPE from, VARTYPE to)
+{
+    const ULONG width = winport::ElementSize(to);
+    if (!IsSigned(from) || !IsUnsigned(to) || winport::ElementSize(from) != width)
+        return value;
+    const ULONGLONG mask = ~ULONGLONG{0} >> (64 - 8 * width);
+    return static_cast<ULONGLONG>(std::get<LONGLONG>(value)) & mask;
+}
+
 void Write(VARIANT& result, const VARIANT& source, const Value& value, USHORT flags, VARTYPE type)
 {
     switch (type)
@@ -258,7 +280,7 @@ HRESULT VariantChangeType(VARIANT* destination, const VARIANT* source, USHORT fl
     {
         VARIANT result;
         VariantInit(&result);
-        Write(result, *source, Read(*source), flags, type);
+        Write(result, *source, Reinterpreted(Read(*source), source->vt, type), flags, type);
         const HRESULT hr = VariantClear(destination);
         if (FAILED(hr))
             VariantClear(&result);

@@ -54,7 +54,7 @@ class CountingSink final : public orl::ComObject<IWbemObjectSink>
 {
 public:
     std::size_t count = 0;
-    std::atomic<HRESULT> status = E_PENDING; // set by the host's thread
+    std::atomic<HRESULT> status = WBEM_S_PENDING; // set by the host's thread
 
     HRESULT STDMETHODCALLTYPE Indicate(LONG objects, IWbemClassObject**) override
     {
@@ -125,7 +125,7 @@ void EnumerateThroughServices(benchmark::State& state)
         sink.Attach(new CountingSink());
         Require(services->CreateInstanceEnumAsync(CComBSTR(L"Zarn_FCOEHBA"), 0, nullptr, sink), "the enumeration");
         // The host answers the call when the request is under way; it is done when the status has come.
-        while (sink->status == E_PENDING)
+        while (sink->status == WBEM_S_PENDING)
             Sleep(0);
         if (sink->status != WBEM_S_NO_ERROR || sink->count != static_cast<std::size_t>(state.range(0)))
             state.SkipWithError("the enumeration did not deliver every adapter");

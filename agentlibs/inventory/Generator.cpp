@@ -38,33 +38,53 @@ struct Hex
     std::size_t digits;
 };
 
-void Add(std::wstring& text, std::wstring_view part)
+std::size_t LengthOf(std::wstring_view part)
 {
-    text.append(part);
+    return part.size();
 }
 
-void Add(std::wstring& text, std::uint64_t number)
+std::size_t LengthOf(std::uint64_t number)
 {
-    wchar_t digits[20];
-    wchar_t* first = digits + std::size(digits);
+    std::size_t digits = 1;
+    while ((number /= 10) != 0)
+        ++digits;
+    return digits;
+}
+
+std::size_t LengthOf(Hex number)
+{
+    return number.digits;
+}
+
+wchar_t* Write(wchar_t* place, std::wstring_view part)
+{
+    return std::copy(part.begin(), part.end(), place);
+}
+
+wchar_t* Write(wchar_t* place, std::uint64_t number)
+{
+    wchar_t* const end = place + LengthOf(number);
+    wchar_t* digit = end;
     do
-        *--first = static_cast<wchar_t>(L'0' + number % 10);
+        *--digit = static_cast<wchar_t>(L'0' + number % 10);
     while ((number /= 10) != 0);
-    text.append(first, digits + std::size(digits));
+    return end;
 }
 
-void Add(std::wstring& text, Hex number)
+wchar_t* Write(wchar_t* place, Hex number)
 {
     for (std::size_t digit = number.digits; digit-- > 0;)
-        text.push_back(L"0123456789abcdef"[number.value >> (4 * digit) & 0xF]);
+        *place++ = L"0123456789abcdef"[number.value >> (4 * digit) & 0xF];
+    return place;
 }
 
-// Formatting a million records is most of what an enumeration costs, so it goes piece by piece into the record's text.
+// Making a million records is mostly making their texts, so each is measured first and gets its memory at once.
 template <typename... Parts>
 void Put(std::wstring& text, const Parts&... parts)
 {
-    text.clear();
-    (Add(text, parts), ...);
+    text.resize((LengthOf(parts) + ...));
+    wchar_t* place = text.data();
+    ((place = Write(place, parts)), ...);
 }
 
 void PutName(std::wstring& text, std::uint64_t name)
@@ -175,12 +195,16 @@ ULONG Generator::PortFcid(ULONG hba, ULONG port) const
     return 0x010000 + hba * std::max<ULONG>(m_ports + m_virtualPorts, 1) + port;
 }
 
-void Generator::PutFabric(ULONG number, COrlString& nodeName, COrlString& fabricName) const
+void Generator::PutFabricNode(std::wstring& text, ULONG number) const
 {
-    if (m_fabrics == 0)
-        return;
-    PutName(nodeName, 0x20000000FC000000 | (number % m_fabrics));
-    PutName(fabricName, 0x10000000FC000000 | (number % m_fabrics));
+    if (m_fabrics != 0)
+        PutName(text, 0x20000000FC000000 | (number % m_fabrics));
+}
+
+void Generator::PutFabric(std::wstring& text, ULONG number) const
+{
+    if (m_fabrics != 0)
+        PutName(text, 0x10000000FC000000 | (number % m_fabrics));
 }
 
 void Generator::Append(ULONG hba, std::vector<ORL_FCOE_HBA>& out) const
@@ -206,7 +230,8 @@ void Generator::Append(ULONG hba, std::vector<ORL_FCOE_FABRIC>& out) const
     for (ULONG i = 0; i < m_fabrics; ++i)
     {
         ORL_FCOE_FABRIC& record = out.emplace_back();
-        PutFabric(i, record.nodeWWN, record.fabricName);
+        PutFabricNode(record.nodeWWN, i);
+        PutFabric(record.fabricName, i);
         Put(record.reservedText, L"52:54:00:fc:00:", Hex{i, 2});
         record.fcMap = 0x0EFC00 + i;
         Put(record.deviceId, m_prefix, hba);
@@ -233,13 +258,13 @@ void Generator::Append(ULONG hba, std::vector<ORL_FCOE_PORT>& out) const
         record.fcid = PortFcid(hba, i);
         Put(record.deviceId, m_prefix, hba);
         Put(record.name, isVirtual ? L"virtual port " : L"port ", number);
-        PutFabric(number, record.fabricNodeWWN, record.fabricName);
+        PutFabricNode(record.fabricNodeWWN, number);
+        PutFabric(record.fabricName, number);
     }
 }
 
 void Generator::Append(ULONG hba, std::vector<ORL_FCOE_TARGET>& out) const
 {
-    COrlString unused;
     for (ULONG i = 0; i < m_targets; ++i)
     {
         ORL_FCOE_TARGET& record = out.emplace_back();
@@ -252,7 +277,7 @@ void Generator::Append(ULONG hba, std::vector<ORL_FCOE_TARGET>& out) const
         if (m_ports != 0)
             PutName(record.localPortWWN, PortName(hba, i % m_ports));
         Put(record.reservedText, L"FCP Target");
-        PutFabric(i, unused, record.fabricName);
+        PutFabric(record.fabricName, i);
         Put(record.deviceId, m_prefix, hba);
         Put(record.name, L"rport-", hba, L":0-", i);
         record.targetType = 1;
@@ -261,7 +286,6 @@ void Generator::Append(ULONG hba, std::vector<ORL_FCOE_TARGET>& out) const
 
 void Generator::Append(ULONG hba, std::vector<ORL_FCOE_LUN>& out) const
 {
-    COrlString unused;
     for (ULONG id = 0; id < m_targets * m_luns; ++id)
     {
         const ULONG target = id / m_luns;
@@ -276,7 +300,7 @@ void Generator::Append(ULONG hba, std::vector<ORL_FCOE_LUN>& out) const
         Put(record.reservedText, L"naa.6", Hex{hba, 15}, Hex{id, 16});
         if (m_ports != 0)
             PutName(record.localPortWWN, PortName(hba, target % m_ports));
-        PutFabric(target, unused, record.fabricName);
+        PutFabric(record.fabricName, target);
         Put(record.deviceId, m_prefix, hba);
         Put(record.name, L"EXAMPLE DISK 1.0");
     }

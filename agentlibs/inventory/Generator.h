@@ -50,7 +50,9 @@ private:
     std::uint64_t Random(std::uint64_t hba, std::uint64_t kind, std::uint64_t number) const;
     std::uint64_t PortName(ULONG hba, ULONG extension) const;
     ULONG PortFcid(ULONG hba, ULONG port) const;
-    void PutFabric(ULONG number, COrlString& nodeName, COrlString& fabricName) const;
+    // The names of the fabric of this number, counted round those that there are; none where there are none.
+    void PutFabricNode(std::wstring& text, ULONG number) const;
+    void PutFabric(std::wstring& text, ULONG number) const;
 
     ULONGLONG m_seed = 0;
     COrlString m_prefix;

@@ -5,8 +5,11 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <atomic>
 #include <functional>
 #include <new>
+#include <thread>
 
 namespace orl::test
 {
@@ -184,6 +187,45 @@ TEST(FcoeAgent, NamesEachOperationInTheTrace)
     ASSERT_EQ(exits.size(), std::size(names));
     for (std::size_t i = 0; i < exits.size(); ++i)
         EXPECT_EQ(exits[i], std::string("EXIT:  FcoeAgent::") + names[i] + ", bReturn=true");
+}
+
+TEST(FcoeAgent, ManyThreadsMayBeInItAndTraceAtOnce)
+{
+    constexpr int threadCount = 8;
+    constexpr int calls = 100;
+    std::atomic<int> entered = 0;
+    FcoeAgent agent = AgentThat(
+        [&]
+        {
+            if (++entered % 10 == 0)
+                throw BackendError(21, L"every tenth call");
+            return true;
+        });
+    const TraceCapture trace;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < threadCount; ++i)
+        threads.emplace_back(
+            [&]
+            {
+                for (int call = 0; call < calls; ++call)
+                {
+                    CResult status;
+                    std::vector<ORL_FCOE_HBA> hbas;
+                    agent.EnumerateHBAs(L"eth0", hbas, status);
+                }
+            });
+    for (std::thread& thread : threads)
+        thread.join();
+    const std::vector<std::string> messages = trace.Messages();
+    const auto count = [&](const char* end)
+    {
+        return std::count_if(messages.begin(), messages.end(),
+                             [&](const std::string& message) { return message.ends_with(end); });
+    };
+    EXPECT_EQ(count("ENTRY:  FcoeAgent::EnumerateHBAs"), threadCount * calls);
+    EXPECT_EQ(count("EnumerateHBAs failed with 21: every tenth call"), threadCount * calls / 10);
+    EXPECT_EQ(count("EXIT:  FcoeAgent::EnumerateHBAs, bReturn=true"), threadCount * calls * 9 / 10);
+    EXPECT_EQ(count("EXIT:  FcoeAgent::EnumerateHBAs, bReturn=false"), threadCount * calls / 10);
 }
 
 namespace

@@ -8,14 +8,39 @@
 namespace winport
 {
 
+namespace
+{
+
+// Goes when the module is unloaded.
+class OwnLocale
+{
+public:
+    OwnLocale() : m_locale(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)) {}
+    ~OwnLocale()
+    {
+        if (m_locale)
+            freelocale(m_locale);
+        m_locale = nullptr;
+    }
+    OwnLocale(const OwnLocale&) = delete;
+    OwnLocale& operator=(const OwnLocale&) = delete;
+
+    locale_t Get() const { return m_locale; }
+
+private:
+    locale_t m_locale;
+};
+
+} // namespace
+
 wchar_t FoldCase(wchar_t c)
 {
     // The C locale of the process knows ASCII only; the library's own UTF-8 locale knows all letters and is always
     // there.
-    static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    if (c < 0x80 || !utf8)
+    static const OwnLocale utf8;
+    if (c < 0x80 || !utf8.Get())
         return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c;
-    return static_cast<wchar_t>(towupper_l(static_cast<wint_t>(c), utf8));
+    return static_cast<wchar_t>(towupper_l(static_cast<wint_t>(c), utf8.Get()));
 }
 
 std::wstring FoldCase(std::wstring_view name)

@@ -4,6 +4,10 @@
 
 #include <gmock/gmock.h>
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
+
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -44,6 +48,14 @@ protected:
 private:
     EnvironmentSetting m_tempSetting;
 };
+
+#ifdef __SANITIZE_ADDRESS__
+using LeaksAllowed = __lsan::ScopedDisabler;
+#else
+struct [[maybe_unused]] LeaksAllowed
+{
+};
+#endif
 
 std::vector<std::string> NamesIn(const std::filesystem::path& folder)
 {
@@ -363,6 +375,18 @@ TEST_F(OrlDebugConfigure, ThatFailsLeavesAnOpenLogAlone)
     EXPECT_TRUE(g_OrlDebug.IsConfigured());
     g_OrlDebug.Print(L"still here");
     EXPECT_THAT(Messages(), ElementsAre("still here"));
+}
+
+TEST_F(OrlDebugConfigure, ThatSucceedsAgainWritesToTheNewFileAndLeavesTheEarlierOneOpen)
+{
+    // What the first call opened and copied is nobody's afterwards.
+    const LeaksAllowed leaks;
+    ASSERT_EQ(0, Configure(1));
+    g_OrlDebug.Print(L"first");
+    ASSERT_EQ(0, g_OrlDebug.Configure(L"OTHER_", L".\\Other.txt", 1, 0, 0, nullptr));
+    g_OrlDebug.Print(L"second");
+    EXPECT_THAT(Messages(), ElementsAre("first"));
+    EXPECT_EQ(HeadOf("OTHER_", 0) + "second" + LineEnd(), BytesOfFile(m_folder / "Other.txt"));
 }
 
 } // namespace orl::test

@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <map>
-#include <regex>
+#include <sstream>
 #include <thread>
 
 namespace orl::test
@@ -20,6 +20,15 @@ class OrlDebugThread : public TraceTest
 
 constexpr int Threads = 8;
 constexpr int Rounds = 100;
+
+std::vector<std::string> FieldsOf(const std::string& line)
+{
+    std::vector<std::string> fields;
+    std::istringstream stream(line);
+    for (std::string field; std::getline(stream, field, '\t');)
+        fields.push_back(field);
+    return fields;
+}
 
 template <class Work>
 void RunInThreads(const Work& work)
@@ -50,14 +59,18 @@ TEST_F(OrlDebugThread, WritesEveryLineWholeAndEachThreadsLinesInOrder)
             }
         });
 
-    const std::regex head("TEST_\tPID:[0-9a-f]+\tTID:([0-9a-f]+)\t[0-2][0-9]:[0-5][0-9]:[0-5][0-9]\\.[0-9]{3}"
-                          "\t\\([0-9A-F]+\\)\tTIER -?[0-9]+\t\t(.*)");
     std::map<std::string, std::vector<std::string>> messagesOfThread;
     for (const std::string& line : Lines())
     {
-        std::smatch parts;
-        ASSERT_TRUE(std::regex_match(line, parts, head)) << line;
-        messagesOfThread[parts[1]].push_back(parts[2]);
+        const std::vector<std::string> fields = FieldsOf(line);
+        ASSERT_EQ(8u, fields.size()) << line;
+        EXPECT_EQ("TEST_", fields[0]) << line;
+        EXPECT_EQ("PID:" + Hex(GetCurrentProcessId()), fields[1]) << line;
+        EXPECT_EQ(12u, fields[3].size()) << line;
+        EXPECT_TRUE(fields[4].starts_with('(') && fields[4].ends_with(')')) << line;
+        EXPECT_TRUE(fields[5].starts_with("TIER ")) << line;
+        EXPECT_EQ("", fields[6]) << line;
+        messagesOfThread[fields[2]].push_back(fields[7]);
     }
     ASSERT_EQ(static_cast<size_t>(Threads), messagesOfThread.size());
     for (const auto& [thread, messages] : messagesOfThread)

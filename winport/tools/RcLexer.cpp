@@ -47,7 +47,7 @@ std::string_view TakeWord(std::string_view& text)
     while (length < text.size() && (IsWordStart(text[length]) || (length > 0 && IsDigit(text[length]))))
         ++length;
     const std::string_view word = text.substr(0, length);
-    text = TrimLeft(text.substr(length));
+    text.remove_prefix(length);
     return word;
 }
 
@@ -145,6 +145,7 @@ void RcLexer::ReadDirective()
     m_rest.remove_prefix(line.size() + 1);
     line = TrimLeft(line);
     const std::string_view word = TakeWord(line);
+    line = TrimLeft(line);
     if (word == "define")
         ReadDefine(line);
     else if (word == "include")
@@ -160,6 +161,7 @@ void RcLexer::ReadDirective()
 void RcLexer::ReadDefine(std::string_view rest)
 {
     const std::string name(TakeWord(rest));
+    rest = TrimLeft(rest);
     if (const auto number = TakeNumber(rest))
         m_numbers[name] = *number;
 }
@@ -178,7 +180,7 @@ void RcLexer::ReadHeader(const std::filesystem::path& header)
             continue;
         line = TrimLeft(line.substr(1));
         if (TakeWord(line) == "define")
-            ReadDefine(line);
+            ReadDefine(TrimLeft(line));
     }
 }
 

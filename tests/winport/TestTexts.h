@@ -1,0 +1,4 @@
+// Numbers of texts in TestTexts.rc.
+#pragma once
+
+#define IDS_TWO 2

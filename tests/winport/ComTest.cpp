@@ -1,4 +1,5 @@
 // Starting COM, class ids, identifiers as text, and the thread's error object.
+#include "tests/support/DebugOutput.h"
 #include "tests/support/TestRegistry.h"
 
 #include <windows.h>
@@ -170,6 +171,51 @@ TEST_F(ErrorObject, EachThreadHasItsOwn)
         })
         .join();
     EXPECT_EQ(m_error.references, 2u);
+}
+
+// A library has its own copy of much; what belongs to the thread or the process it has not.
+class AcrossModules : public ErrorObject
+{
+protected:
+    void SetUp() override
+    {
+        ErrorObject::SetUp();
+        ASSERT_NE(m_library, nullptr);
+    }
+    void TearDown() override
+    {
+        ErrorObject::TearDown();
+        FreeLibrary(m_library);
+    }
+    template <class Function>
+    Function* Export(const char* name)
+    {
+        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(m_library, name)));
+    }
+
+    HMODULE m_library = LoadLibraryW(L"TestWinport");
+};
+
+TEST_F(AcrossModules, TheErrorObjectIsTheThreads)
+{
+    EXPECT_EQ(Export<HRESULT(IErrorInfo*)>("SetErrorFromHere")(&m_error), S_OK);
+    IErrorInfo* taken = nullptr;
+    EXPECT_EQ(GetErrorInfo(0, &taken), S_OK);
+    ASSERT_EQ(taken, &m_error);
+    taken->Release();
+}
+
+TEST_F(AcrossModules, ComIsStartedForAll)
+{
+    void* object = nullptr;
+    EXPECT_EQ(Export<HRESULT(const CLSID*, void**)>("CreateFromHere")(&UnknownClass, &object), REGDB_E_CLASSNOTREG);
+}
+
+TEST_F(AcrossModules, TheDebuggerIsTheProcesss)
+{
+    const orl::test::DebugOutput output;
+    Export<void(const wchar_t*)>("DebugFromHere")(L"from the library");
+    EXPECT_EQ(output.Texts(), std::vector<std::string>{"from the library"});
 }
 
 } // namespace

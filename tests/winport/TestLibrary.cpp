@@ -1,5 +1,6 @@
 // A library to load: what it exports, and what only the libraries that it needs export.
 #include <windows.h>
+#include <oleauto.h>
 
 extern "C" __declspec(dllexport) int AddOne(int number)
 {
@@ -19,4 +20,19 @@ extern "C" __declspec(dllexport) HMODULE OwnHandle()
 extern "C" __declspec(dllexport) HMODULE LoadFromHere(const wchar_t* name)
 {
     return LoadLibraryW(name);
+}
+
+extern "C" __declspec(dllexport) HRESULT SetErrorFromHere(IErrorInfo* error)
+{
+    return SetErrorInfo(0, error);
+}
+
+extern "C" __declspec(dllexport) HRESULT CreateFromHere(const CLSID* clsid, void** object)
+{
+    return CoCreateInstance(*clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, object);
+}
+
+extern "C" __declspec(dllexport) void DebugFromHere(const wchar_t* text)
+{
+    OutputDebugStringW(text);
 }

@@ -91,10 +91,10 @@ TEST(ClientResults, GiveUpWhenTheDeadlinePasses)
             [&]
             {
                 Results results = Results::Instances(services.Get(), "A");
-                results.Next(Deadline(milliseconds(1500)), output);
+                results.Next(Deadline(milliseconds(50)), output);
             }),
         std::function<void()>(
-            [&] { static_cast<void>(GetObjectAt(services.Get(), "A.B=\"c\"", Deadline(milliseconds(1500)))); })};
+            [&] { static_cast<void>(GetObjectAt(services.Get(), "A.B=\"c\"", Deadline(milliseconds(50)))); })};
     for (const auto& attempt : attempts)
     {
         try
@@ -105,7 +105,7 @@ TEST(ClientResults, GiveUpWhenTheDeadlinePasses)
         catch (const Failure& failure)
         {
             EXPECT_EQ(failure.Code(), ExitCode::TimedOut);
-            EXPECT_STREQ(failure.what(), "no answer within 1.5 seconds");
+            EXPECT_STREQ(failure.what(), "no answer within 0.05 seconds");
         }
     }
     EXPECT_EQ(LiveFakeObjects(), 0);

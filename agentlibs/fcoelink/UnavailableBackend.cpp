@@ -11,6 +11,7 @@ namespace
 class UnavailableBackend final : public FcoeBackend
 {
 public:
+    // Kept to be thrown later. NOLINTNEXTLINE(bugprone-throw-keyword-missing)
     UnavailableBackend(std::wstring source, const BackendError& error) : m_source(std::move(source)), m_error(error) {}
 
     BackendStatus Status() override { return {false, m_source, m_error.Text()}; }

@@ -30,7 +30,7 @@ InventoryFile::Contents InventoryFile::Read()
 {
     const std::lock_guard lock(m_mutex);
     const Stamp stamp = Look();
-    if (!m_settled || !(stamp == m_stamp))
+    if (!m_settled || stamp.size != m_stamp.size || stamp.written != m_stamp.written)
         Refresh(stamp);
     if (m_error)
         throw BackendError(*m_error);

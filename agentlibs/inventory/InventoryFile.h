@@ -21,7 +21,7 @@ namespace orl
 class InventoryFile
 {
 public:
-    static constexpr std::uintmax_t MaxBytes = 16 * 1024 * 1024;
+    static constexpr std::uintmax_t MaxBytes = std::uintmax_t{16} * 1024 * 1024;
 
     using Clock = std::filesystem::file_time_type::clock;
     using Now = std::function<Clock::time_point()>;
@@ -46,7 +46,6 @@ private:
     {
         std::uintmax_t size = 0;
         Clock::time_point written;
-        bool operator==(const Stamp&) const = default;
     };
 
     Stamp Look() const;

@@ -36,12 +36,6 @@ public:
         *m_reached = m_position;
         return *this;
     }
-    CountingIterator operator++(int)
-    {
-        CountingIterator before = *this;
-        ++*this;
-        return before;
-    }
     bool operator==(const CountingIterator& other) const { return m_position == other.m_position; }
     bool operator!=(const CountingIterator& other) const { return m_position != other.m_position; }
 
@@ -197,7 +191,7 @@ private:
             else
                 places[level].index = container.items.size() - 1;
         }
-        return places.back().Pointer();
+        return PointerTo(places.back());
     }
 
     const JsonText& m_source;
@@ -232,15 +226,19 @@ std::string Quoted(std::string_view text)
     return '"' + Printable(text) + '"';
 }
 
-std::string JsonPlace::Pointer() const
+std::string PointerTo(const JsonPlace& place)
 {
-    if (parent == nullptr)
-        return {};
-    std::string pointer = parent->Pointer() + '/';
-    if (key.data() == nullptr)
-        return pointer + std::to_string(index);
-    for (char c : Printable(key))
-        pointer += c == '~' ? std::string("~0") : c == '/' ? std::string("~1") : std::string(1, c);
+    std::string pointer;
+    for (const JsonPlace* at = &place; at->parent != nullptr; at = at->parent)
+    {
+        std::string part = "/";
+        if (at->key.data() == nullptr)
+            part += std::to_string(at->index);
+        else
+            for (const char c : Printable(at->key))
+                part += c == '~' ? std::string("~0") : c == '/' ? std::string("~1") : std::string(1, c);
+        pointer.insert(0, part);
+    }
     return pointer;
 }
 

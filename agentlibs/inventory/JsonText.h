@@ -45,10 +45,10 @@ struct JsonPlace
     const JsonPlace* parent = nullptr;
     std::string_view key;  // of an object's member
     std::size_t index = 0; // in a list, where key is null
-
-    // The JSON pointer (RFC 6901); empty for the root.
-    std::string Pointer() const;
 };
+
+// The JSON pointer to a place (RFC 6901); empty for the root.
+std::string PointerTo(const JsonPlace& place);
 
 // A text of the document as a message shows it: in double quotes, control characters as question marks, no longer than
 // what one reads.

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <numeric>
 
 namespace orl
@@ -96,7 +95,7 @@ ObjectReader::ObjectReader(const JsonText& source, const JsonPlace& place, const
     : m_source(source), m_place(place), m_value(value)
 {
     if (value.kind != JsonValue::Kind::Object)
-        source.Refuse(value.offset, place.Pointer(), std::string("expected an object, found ") + Describe(value.kind));
+        source.Refuse(value.offset, PointerTo(place), std::string("expected an object, found ") + Describe(value.kind));
 }
 
 const JsonMember* ObjectReader::Member(std::string_view key) const
@@ -135,9 +134,9 @@ void ObjectReader::Text(std::string_view key, COrlString& out)
                                       [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
     if (control != value->text.end())
     {
-        char code[8];
-        std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned>(static_cast<unsigned char>(*control)));
-        Refuse(key, std::string("the text holds the control character ") + code);
+        const auto code = static_cast<unsigned char>(*control);
+        Refuse(key, std::string("the text holds the control character U+00") + "01234567"[code >> 4] +
+                        "0123456789ABCDEF"[code & 0xF]);
     }
     out = Widen(value->text);
 }
@@ -189,9 +188,8 @@ void ObjectReader::Real(std::string_view key, double& out, double high)
     const auto result = std::from_chars(value->text.data(), end, number);
     if (result.ec != std::errc() || result.ptr != end || !(number >= 0 && number <= high))
     {
-        char limit[32];
-        std::snprintf(limit, sizeof limit, "%.0f", high);
-        Refuse(key, std::string("expected a number from 0 to ") + limit + ", found " + Found(*value));
+        Refuse(key, "expected a number from 0 to " + std::to_string(static_cast<ULONGLONG>(high)) + ", found " +
+                        Found(*value));
     }
     out = number;
 }
@@ -221,21 +219,21 @@ void ObjectReader::Finish() const
         const auto nearest =
             std::min_element(m_known.begin(), m_known.end(),
                              [&](auto a, auto b) { return Distance(a, member.key) < Distance(b, member.key); });
-        m_source.Refuse(member.offset, m_place.Pointer(),
+        m_source.Refuse(member.offset, PointerTo(m_place),
                         "unknown key " + Quoted(member.key) + "; the nearest known key is " + Quoted(*nearest));
     }
     for (std::string_view key : m_required)
         if (!Has(key))
-            m_source.Refuse(m_value.offset, m_place.Pointer(), "the key " + Quoted(key) + " is missing");
+            m_source.Refuse(m_value.offset, PointerTo(m_place), "the key " + Quoted(key) + " is missing");
 }
 
 void ObjectReader::Refuse(std::string_view key, const std::string& reason) const
 {
     const JsonMember* member = Member(key);
     if (member == nullptr)
-        m_source.Refuse(m_value.offset, m_place.Pointer(), reason);
+        m_source.Refuse(m_value.offset, PointerTo(m_place), reason);
     const JsonPlace place{&m_place, key, 0};
-    m_source.Refuse(member->value.offset, place.Pointer(), reason);
+    m_source.Refuse(member->value.offset, PointerTo(place), reason);
 }
 
 std::string ObjectReader::LineAndColumn(std::string_view key) const

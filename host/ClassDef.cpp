@@ -75,8 +75,6 @@ void ClassDef::TakeProperties()
             continue;
         }
         PropertyDef& overridden = m_properties[index];
-        if (overridden.declaredBy == this)
-            throw SchemaError(own.position, L"the class " + Name() + L" has the property " + own.name + L" twice");
         if (!SameType(own.type, overridden.declaration->type))
             throw SchemaError(own.position, L"the property " + own.name + L" of " + Name() + L" is " +
                                                 overridden.CimTypeText() + L" in " + overridden.declaredBy->Name() +
@@ -101,9 +99,6 @@ void ClassDef::IndexProperties()
     for (std::size_t i = 0; i < m_properties.size(); ++i)
     {
         const std::wstring& name = m_properties[i].Name();
-        if (FindProperty(name) != kNotFound)
-            throw SchemaError(m_properties[i].declaration->position,
-                              L"the class " + Name() + L" has the property " + name + L" twice");
         std::size_t place = wbem::HashNoCase(name) & (m_index.size() - 1);
         while (m_index[place] != kFree)
             place = (place + 1) & (m_index.size() - 1);
@@ -148,8 +143,6 @@ void ClassDef::TakeMethods()
         const auto found =
             std::find_if(m_methods.begin(), m_methods.end(),
                          [&](const MethodDef& method) { return wbem::EqualNoCase(method.Name(), own.name); });
-        if (found != m_methods.end() && found->declaredBy == this)
-            throw SchemaError(own.position, L"the class " + Name() + L" has the method " + own.name + L" twice");
         MethodDef& method = found != m_methods.end() ? *found : m_methods.emplace_back();
         method.declaration = &own;
         method.declaredBy = this;

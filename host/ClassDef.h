@@ -64,7 +64,8 @@ class ClassDef
 public:
     static constexpr std::size_t kNotFound = static_cast<std::size_t>(-1);
 
-    // The superclass is null or older than this class. Throws SchemaError.
+    // The superclass is null or older than this class; the reader of MOF has seen to it that no name is given twice.
+    // Throws SchemaError.
     ClassDef(wbem::MofClass declaration, const ClassDef* superclass, const Namespace& nameSpace);
     ClassDef(const ClassDef&) = delete;
     ClassDef& operator=(const ClassDef&) = delete;

@@ -18,7 +18,7 @@ void NeedArguments(bool areThere)
         throw CallFailure(WBEM_E_INVALID_PARAMETER, L"an argument is missing");
 }
 
-void Copy(const VARIANT& from, VARIANT& to)
+void Copy(VARIANT& from, VARIANT& to)
 {
     VariantInit(&to);
     if (FAILED(VariantCopy(&to, &from)))

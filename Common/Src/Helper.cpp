@@ -153,6 +153,8 @@ bool CHelper::GetPathFromRegistry(COrlString keyPath, COrlString valueName, COrl
         g_OrlDebug.Print(L"GetPathFromRegistry() - Unable to open the registry value - exiting");
     else
         found = true;
+    keyPath.ClearString();
+    valueName.ClearString();
     return found;
 }
 

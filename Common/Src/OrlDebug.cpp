@@ -25,7 +25,6 @@ constexpr size_t LastLineFeed = LineCapacity - 2;
 wchar_t s_line[LineCapacity];
 wchar_t s_message[MessageCapacity];
 char s_bytes[LineCapacity * 4];
-bool s_reportingFailure = false;
 
 class SectionGuard
 {
@@ -69,9 +68,10 @@ void WriteText(FILE* file, const wchar_t* text, size_t length)
 {
     const int bytes = WideCharToMultiByte(CP_UTF8, 0, text, static_cast<int>(length), s_bytes,
                                           static_cast<int>(sizeof(s_bytes)), nullptr, nullptr);
+    // A full disk loses lines; the traced code goes on.
     if (bytes > 0)
-        std::fwrite(s_bytes, 1, static_cast<size_t>(bytes), file);
-    std::fflush(file);
+        static_cast<void>(std::fwrite(s_bytes, 1, static_cast<size_t>(bytes), file));
+    static_cast<void>(std::fflush(file));
 }
 
 } // namespace
@@ -88,7 +88,7 @@ COrlDebug::~COrlDebug()
     m_level.store(0, std::memory_order_relaxed);
     m_configured = false;
     if (m_file != nullptr)
-        std::fclose(m_file);
+        static_cast<void>(std::fclose(m_file));
     m_file = nullptr;
     delete[] m_processTag;
     m_processTag = nullptr;
@@ -117,15 +117,24 @@ void COrlDebug::Print(const wchar_t* format, ...)
     }
     catch (...)
     {
-        // A log that fails on this line too is given up for this time.
-        if (!s_reportingFailure)
-        {
-            s_reportingFailure = true;
-            Print(L"COrlDebug::Error - EXCEPTION DURING DEBUG PRINT.");
-            s_reportingFailure = false;
-        }
+        WriteFailureNotice(L"COrlDebug::Error - EXCEPTION DURING DEBUG PRINT.");
     }
     va_end(arguments);
+}
+
+void COrlDebug::WriteFailureNotice(const wchar_t* notice, ...) noexcept
+{
+    va_list none;
+    va_start(none, notice);
+    try
+    {
+        WriteLine(notice, none);
+    }
+    catch (...)
+    {
+        // What keeps failing is given up for this line.
+    }
+    va_end(none);
 }
 
 void COrlDebug::Error(const wchar_t* sourceFile, int sourceLine, const wchar_t* format, ...)

@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <atomic>
+#include <cstdarg>
 #include <cstdio>
 
 // One text file of tab-separated lines, flushed line by line so that it survives a crash of the host process.
@@ -46,6 +47,7 @@ private:
     bool AdmitsPrint() const;
     FILE* OpenLog(const wchar_t* processTag, const wchar_t* logFileName, int append) const;
     void WriteLine(const wchar_t* format, va_list arguments);
+    void WriteFailureNotice(const wchar_t* notice, ...) noexcept;
     bool FormatHead(size_t& length) const;
 
     // Changed by scopes of all threads without the lock, so a printed tier is approximate under concurrency.

@@ -146,6 +146,7 @@ bool COrlString::CompareI(COrlString other) const
     return own == other;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): other modules call it with its arguments by value
 bool COrlString::IsStrGreater(COrlString a, COrlString b)
 {
     return a < b;
@@ -219,8 +220,8 @@ bool COrlString::IsWithinAsciiRange(unsigned int low, unsigned int high) const
     COrlTraceScope scope(L"COrlString::IsWithinAsciiRange");
     const auto isOutside = [=](wchar_t character)
     {
-        const auto code = static_cast<unsigned int>(character);
-        return code < low || code > high;
+        const LONGLONG code = character;
+        return code < LONGLONG{low} || code > LONGLONG{high};
     };
     return std::count_if(begin(), end(), isOutside) == 0;
 }

@@ -48,6 +48,7 @@ int COrlString::FormatString(const wchar_t* format, ...)
     return length;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): other modules call it with its argument by value
 void COrlString::FormatWarningMessage(std::vector<COrlString> args)
 {
     bool placesLeft = true;

@@ -220,8 +220,8 @@ bool COrlString::IsWithinAsciiRange(unsigned int low, unsigned int high) const
     COrlTraceScope scope(L"COrlString::IsWithinAsciiRange");
     const auto isOutside = [=](wchar_t character)
     {
-        const LONGLONG code = character;
-        return code < LONGLONG{low} || code > LONGLONG{high};
+        const unsigned int code = traits_type::to_int_type(character);
+        return code < low || code > high;
     };
     return std::count_if(begin(), end(), isOutside) == 0;
 }

@@ -32,7 +32,7 @@ constexpr std::array<Start, 128> MakeStarts()
     const auto mark = [&starts](std::string_view characters, Start start)
     {
         for (const char c : characters)
-            starts[static_cast<std::size_t>(c)] = start;
+            starts[static_cast<unsigned char>(c)] = start;
     };
     mark("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_", Start::Name);
     mark("0123456789+-.", Start::Number);
@@ -148,7 +148,8 @@ void MofLexer::SkipBlanks()
 
 void MofLexer::SkipBlockComment()
 {
-    const MofFault unclosed{L"the comment is not closed", m_line, ColumnOf(m_position)};
+    const std::uint32_t line = m_line;
+    const std::uint32_t column = ColumnOf(m_position);
     m_position += 2;
     while (m_position < m_text.size())
     {
@@ -162,7 +163,7 @@ void MofLexer::SkipBlockComment()
         if (c == L'\n' || (c == L'\r' && next != L'\n'))
             CountLine();
     }
-    throw unclosed;
+    throw MofFault{L"the comment is not closed", line, column};
 }
 
 void MofLexer::CheckSurrogates(std::wstring_view text) const
@@ -187,7 +188,7 @@ void MofLexer::ReadWord(MofToken& token)
     {
         const wchar_t c = m_text[m_position];
         const bool isAscii = IsAscii(c);
-        if (isAscii && !kNameParts[static_cast<std::size_t>(c)])
+        if (isAscii && !kNameParts[CodeUnit(c)])
             break;
         ascii = ascii && isAscii;
         ++m_position;
@@ -234,7 +235,7 @@ MofToken MofLexer::Next()
     if (m_position == m_text.size())
         return token;
     const wchar_t c = m_text[m_position];
-    switch (IsAscii(c) ? kStarts[static_cast<std::size_t>(c)] : Start::Name)
+    switch (IsAscii(c) ? kStarts[CodeUnit(c)] : Start::Name)
     {
     case Start::Name:
         token.kind = MofTokenKind::Word;

@@ -12,8 +12,8 @@
 namespace wbem
 {
 
-inline constexpr std::size_t kMaxMofFileSize = 64 * 1024 * 1024; // bytes
-inline constexpr std::size_t kMaxMofFiles = 5000;               // of one reading, includes counted each time
+inline constexpr std::size_t kMaxMofFileSize = std::size_t{64} << 20; // bytes
+inline constexpr std::size_t kMaxMofFiles = 5000;                     // of one reading, includes counted each time
 inline constexpr std::size_t kMaxMofIncludeDepth = 32;
 inline constexpr std::size_t kMaxMofNesting = 64; // instances and arrays inside values
 

@@ -53,7 +53,7 @@ std::vector<BYTE> BytesOf(std::wstring_view text)
 std::wstring TextOf(const std::vector<BYTE>& data)
 {
     std::wstring text(data.size() / sizeof(wchar_t), L'\0');
-    std::memcpy(text.data(), data.data(), text.size() * sizeof(wchar_t));
+    std::copy_n(data.begin(), text.size() * sizeof(wchar_t), reinterpret_cast<BYTE*>(text.data()));
     return text;
 }
 

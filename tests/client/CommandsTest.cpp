@@ -386,7 +386,7 @@ TEST_F(ClientCommands, TreeShowsNothingForAClassThatTheNamespaceLacks)
     FakeAnswer answer;
     answer.atOnce = WBEM_E_INVALID_CLASS;
     services.OnEnumerate(L"Zarn_FCOEHBA", answer);
-    EXPECT_EQ(Output({"tree"}), "No FCoE adapter.\n");
+    EXPECT_EQ(Output({"tree"}), "No FCoE adapter. Whether the agents can see one: orlwmi doctor\n");
 }
 
 TEST_F(ClientCommands, TreeTellsWhyItCannotAsk)

@@ -185,13 +185,13 @@ TEST_F(ClientDoctor, FindsLibrariesThatDoNotLoad)
     Findings findings;
     CheckLibraries(findings);
     EXPECT_THAT(findings, Each(Field(&Finding::area, "Library")));
-    for (const std::string name : {"\\Orl2InstUtility.dll", "\\ORL2FCOE", "\\Fcoelink", "\\Corelink"})
+    for (const std::string name : {"Orl2InstUtility.dll", "ORL2FCOE", "Fcoelink", "Corelink"})
     {
         const Finding finding = About(findings, name);
         EXPECT_EQ(finding.health, Health::Wrong) << name;
         EXPECT_EQ(finding.found, "does not load: it, or a library that it needs, is not there (126)") << name;
     }
-    EXPECT_EQ(About(findings, "\\CommonRes").health, Health::Note);
+    EXPECT_EQ(About(findings, "CommonRes").health, Health::Note);
     findings.clear();
     CheckAgents(findings);
     EXPECT_THAT(findings, IsEmpty()) << "the libraries' findings have said it";

@@ -39,13 +39,6 @@ size_t SequenceLength(unsigned char lead, char32_t& bits)
     return 0;
 }
 
-bool IsControl(char32_t c)
-{
-    const bool turnsDirection =
-        c == 0x200E || c == 0x200F || c == 0x061C || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
-    return c < 0x20 || (c >= 0x7F && c <= 0x9F) || c == 0x2028 || c == 0x2029 || turnsDirection;
-}
-
 void AppendEscape(std::string& out, char32_t c)
 {
     switch (c)
@@ -68,6 +61,13 @@ void AppendEscape(std::string& out, char32_t c)
 }
 
 } // namespace
+
+bool SteersTerminal(char32_t c)
+{
+    const bool turnsDirection =
+        c == 0x200E || c == 0x200F || c == 0x061C || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+    return c < 0x20 || (c >= 0x7F && c <= 0x9F) || c == 0x2028 || c == 0x2029 || turnsDirection;
+}
 
 void AppendUtf8(std::string& utf8, char32_t c)
 {
@@ -125,7 +125,7 @@ std::string Printable(std::string_view utf8)
     while (!utf8.empty())
     {
         const char32_t c = TakeCodePoint(utf8);
-        if (IsControl(c))
+        if (SteersTerminal(c))
         {
             AppendEscape(out, c);
         }

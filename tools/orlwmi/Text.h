@@ -12,8 +12,12 @@ namespace orl::client
 [[nodiscard]] char32_t TakeCodePoint(std::string_view& utf8);
 void AppendUtf8(std::string& utf8, char32_t codePoint);
 
-// The text as a terminal may show it: control characters, and those that turn the direction of writing, stand as
-// escapes (\n, \t, \x1B, \u202E), so a value can neither move the cursor nor break a line. A backslash is itself.
+// Whether a terminal would obey the character instead of showing it: control characters of both sets, line separators,
+// and marks that turn the direction of writing.
+[[nodiscard]] bool SteersTerminal(char32_t codePoint);
+
+// The text as a terminal may show it: characters that would steer it stand as escapes (\n, \t, \x1B, \u202E), so a
+// value can neither move the cursor nor break a line. A backslash is itself.
 [[nodiscard]] std::string Printable(std::string_view utf8);
 
 // Columns that the text takes on a terminal: wide East Asian characters and emoji take two, combining ones none.

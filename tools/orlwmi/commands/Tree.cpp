@@ -69,7 +69,7 @@ void RunTree(const Options&, Session& session)
     }
     if (first)
     {
-        session.output.Write("No FCoE adapter.\n");
+        session.output.Write("No FCoE adapter. Whether the agents can see one: orlwmi doctor\n");
     }
 }
 

@@ -25,7 +25,9 @@ std::wstring AgentKey(const std::wstring& agent)
 std::wstring LibraryIn(const std::wstring& folder, const std::wstring& name)
 {
     const bool ends = !folder.empty() && std::wstring(Separators).find(folder.back()) != std::wstring::npos;
-    return folder + (ends ? L"" : L"\\") + name;
+    // Either separator would do; the folder's own reads best.
+    const bool slashes = folder.find(L'/') != std::wstring::npos && folder.find(L'\\') == std::wstring::npos;
+    return folder + (ends ? L"" : slashes ? L"/" : L"\\") + name;
 }
 
 std::wstring FolderOf(const std::wstring& path)

@@ -11,7 +11,7 @@ namespace orl::client
 namespace
 {
 
-// Escapes what JSON must, and what a terminal would act on: control characters of both sets and line separators.
+// Escapes what JSON must, and what a terminal would obey.
 void AppendText(std::string& json, std::string_view text)
 {
     json += '"';
@@ -27,7 +27,7 @@ void AppendText(std::string& json, std::string_view text)
         {
             json += c == U'\n' ? "\\n" : c == U'\r' ? "\\r" : "\\t";
         }
-        else if (c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029)
+        else if (SteersTerminal(c))
         {
             std::array<char, 8> escape{};
             std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(c));

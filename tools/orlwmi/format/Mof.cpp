@@ -11,19 +11,18 @@ namespace orl::client
 namespace
 {
 
-// Control characters in a text constant stand as MOF's own escapes, so that the text means the same and a terminal
-// obeys none of it. Lines end with a line feed on every platform.
+// What a terminal would obey stands, in a text constant, as MOF's own escape, so that the text means the same and a
+// terminal obeys none of it. Lines end with a line feed on every platform.
 void AppendText(std::string& out, std::string_view mof)
 {
     while (!mof.empty())
     {
         const char32_t c = TakeCodePoint(mof);
-        const bool control = (c < 0x20 && c != U'\n' && c != U'\t') || (c >= 0x7F && c < 0xA0);
         if (c == U'\r')
         {
             continue;
         }
-        if (control)
+        if (SteersTerminal(c) && c != U'\n' && c != U'\t')
         {
             std::array<char, 8> escape{};
             std::snprintf(escape.data(), escape.size(), "\\x%04X", static_cast<unsigned>(c));

@@ -59,8 +59,9 @@ TEST_F(ImplementorsTest, LooksForTheProductsOwnBesideItselfWhenNoneAreNamed)
         reason.clear();
         EXPECT_EQ(Hex{Load(list)}, Hex{WBEM_E_FAILED});
         // Beside this program, where it is not.
-        EXPECT_THAT(Narrow(reason),
-                    ::testing::MatchesRegex("The implementor library .*[/\\]ORL2FCOE cannot be loaded: error 126"));
+        EXPECT_THAT(Narrow(reason), ::testing::StartsWith("The implementor library "));
+        EXPECT_THAT(Narrow(reason), ::testing::EndsWith("ORL2FCOE cannot be loaded: error 126"));
+        EXPECT_THAT(Narrow(reason), HasSubstr("bin"));
     }
     registry.DeleteKey(FrameworkKey);
     reason.clear();

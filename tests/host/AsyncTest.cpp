@@ -13,6 +13,8 @@ namespace
 class HostAsync : public HostTest
 {
 protected:
+    ~HostAsync() override { Own().Workers().Stop(); }
+
     HRESULT Enumerate(LONG flags = 0)
     {
         return Service().CreateInstanceEnumAsync(CComBSTR(L"Test_Lamp"), flags | WBEM_FLAG_SHALLOW, nullptr, m_sink);

@@ -19,6 +19,8 @@ using Texts = std::vector<std::wstring>;
 class HostEnumerator : public HostTest
 {
 protected:
+    ~HostEnumerator() override { Own().Workers().Stop(); }
+
     static constexpr LONG kForwardOnly = WBEM_FLAG_RETURN_IMMEDIATELY | WBEM_FLAG_FORWARD_ONLY;
 
     CComPtr<IEnumWbemClassObject> Start(LONG flags = kForwardOnly)
@@ -158,6 +160,7 @@ TEST_F(HostEnumerator, AHungProviderDoesNotHangAClientWithATimeout)
         EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(10));
     } // and lets the enumerator go
     gate.Open();
+    Own().Workers().Stop();
 }
 
 TEST_F(HostEnumerator, AProviderThatIsAheadWaitsForItsClient)

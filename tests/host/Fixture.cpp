@@ -296,6 +296,7 @@ HostTest::~HostTest()
 {
     SetErrorInfo(0, nullptr);
     m_service = nullptr;
+    m_host->Workers().Stop(); // a provider may still be at work for a client that has gone
     m_provider->Forget();
     m_host.reset();
     CoUninitialize();

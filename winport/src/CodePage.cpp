@@ -69,6 +69,7 @@ public:
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
 
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system marks a failure so
     bool IsOpen() const { return m_handle != reinterpret_cast<iconv_t>(-1); }
 
     // Converts as much as it can and hands it on; false when it stopped at a place that it cannot convert.

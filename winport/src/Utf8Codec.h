@@ -51,6 +51,7 @@ bool EncodeUtf8(const wchar_t* source, size_t length, Put& put)
     bool valid = true;
     for (size_t i = 0; i < length; ++i)
     {
+        // NOLINTNEXTLINE(bugprone-signed-char-misuse,cert-str34-c): a wide character is no signed char
         unsigned int code = static_cast<unsigned int>(source[i]);
         if (code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF))
         {

@@ -8,6 +8,9 @@
 #include <cstdio>
 #include <cstdlib>
 
+// Names that begin with an underscore are the system's, and stand here for it.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
 // Called by the bounded functions below before they return their error; with none set they only return it. One handler
 // a module.
 typedef void (*_invalid_parameter_handler)(const wchar_t* expression, const wchar_t* function, const wchar_t* file,
@@ -60,3 +63,5 @@ int _wremove(const wchar_t* path);
 int _fileno(FILE* file);
 // -1 with errno when the descriptor is not open.
 long _filelength(int descriptor);
+
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)

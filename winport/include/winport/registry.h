@@ -12,6 +12,9 @@
 
 #include "winport/errors.h"
 
+// Names that begin with an underscore are the system's, and stand here for it.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
 #define HKEY_CLASSES_ROOT (reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(0x80000000u)))
 #define HKEY_CURRENT_USER (reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(0x80000001u)))
 #define HKEY_LOCAL_MACHINE (reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(0x80000002u)))
@@ -58,3 +61,5 @@ LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name);
 
 // Deletes the key below root with all that is under it; with no path, what is under root but not root itself.
 LSTATUS RegDeleteTreeW(HKEY root, LPCWSTR path);
+
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)

@@ -5,6 +5,9 @@
 
 #include <pthread.h>
 
+// Names that begin with an underscore are the system's, and stand here for it.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
 // Re-entrant for the thread that holds it.
 typedef struct _RTL_CRITICAL_SECTION
 {
@@ -67,3 +70,5 @@ BOOL GetComputerNameExW(COMPUTER_NAME_FORMAT format, LPWSTR name, DWORD* size);
 void OutputDebugStringW(LPCWSTR text);
 typedef void (*WinportDebugOutput)(LPCWSTR text);
 WinportDebugOutput WinportSetDebugOutput(WinportDebugOutput output);
+
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)

@@ -5,6 +5,9 @@
 #include <cstdint>
 #include <cwchar>
 
+// Names that begin with an underscore are the system's, and stand here for it.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+
 // An exported name is visible outside its library; every other one is hidden by the compiler's default.
 #define __declspec(attribute) WINPORT_DECLSPEC_##attribute
 #define WINPORT_DECLSPEC_dllexport __attribute__((visibility("default")))
@@ -141,3 +144,5 @@ inline bool IsEqualGUID(const GUID& left, const GUID& right)
 #define UNREFERENCED_PARAMETER(name) (static_cast<void>(name))
 #define LOWORD(value) (static_cast<WORD>((value)&0xFFFF))
 #define HIWORD(value) (static_cast<WORD>(((value) >> 16) & 0xFFFF))
+
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)

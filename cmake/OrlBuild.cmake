@@ -68,10 +68,15 @@ if(ORL_FUZZ)
   add_link_options(-fsanitize=fuzzer-no-link)
 endif()
 
-# orl_library(NAME SOURCES ... DEPENDS ...): a static library of one module.
+# orl_library(NAME SOURCES ... DEPENDS ... [SEPARATE]): a static library of one module. Some presets compile several
+# sources at once, which saves most of their time; SEPARATE keeps the sources of a module apart whose files use the same
+# private names.
 function(orl_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;DEFINES" ${ARGN})
+  cmake_parse_arguments(ARG "SEPARATE" "" "SOURCES;DEPENDS;DEFINES" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
+  if(ARG_SEPARATE)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
+  endif()
   target_link_libraries(${name} PUBLIC orl_flags ${ARG_DEPENDS})
   target_compile_definitions(${name} PRIVATE ${ARG_DEFINES})
 endfunction()

@@ -14,11 +14,14 @@ else()
   find_package(GTest REQUIRED)
 endif()
 
-# orl_test(NAME SOURCES ... DEPENDS ... DATA ...): the test program NAME. ORL_TEST_DATA is the folder tests/data,
-# ORL_BIN_DIR the folder of the built binaries.
+# orl_test(NAME SOURCES ... DEPENDS ... [SEPARATE]): the test program NAME. ORL_TEST_DATA is the folder tests/data,
+# ORL_BIN_DIR the folder of the built binaries. SEPARATE as for orl_library.
 function(orl_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;DEFINES;LABELS" ${ARGN})
+  cmake_parse_arguments(ARG "SEPARATE" "" "SOURCES;DEPENDS;DEFINES;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
+  if(ARG_SEPARATE)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
+  endif()
   target_link_libraries(${name} PRIVATE orl_flags ${ARG_DEPENDS} GTest::gmock_main GTest::gmock)
   # GCC 12 sees overruns in inlined copies of short standard strings where there are none; tests are full of them.
   target_compile_options(${name} PRIVATE "$<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds;-Wno-restrict;-Wno-stringop-overread;-Wno-stringop-overflow>")

@@ -5,17 +5,6 @@
 
 namespace orl
 {
-namespace
-{
-
-void NeedPlace(const void* place)
-{
-    if (!place)
-        throw CallFailure(WBEM_E_INVALID_PARAMETER, L"there is no place for the answer");
-}
-
-} // namespace
-
 HRESULT CallResult::GetResultObject(LONG timeout, IWbemClassObject** object)
 {
     return ComCall(

@@ -37,6 +37,13 @@ public:
     CallStatus status;
 };
 
+// For out-parameters: throws WBEM_E_INVALID_PARAMETER for a null pointer.
+inline void NeedPlace(const void* place)
+{
+    if (!place)
+        throw CallFailure(WBEM_E_INVALID_PARAMETER, L"there is no place for the answer");
+}
+
 // The status of the exception that is being handled: a CallFailure's own, WBEM_E_OUT_OF_MEMORY for std::bad_alloc, an
 // ATL exception's code, WBEM_E_FAILED for any other.
 CallStatus StatusOfCurrentException() noexcept;

@@ -15,12 +15,6 @@ namespace
 
 using wbem::CimValue;
 
-void NeedPlace(const void* place)
-{
-    if (!place)
-        throw CallFailure(WBEM_E_INVALID_PARAMETER, L"there is no place for the answer");
-}
-
 [[noreturn]] void RefuseSchemaChange()
 {
     throw CallFailure(WBEM_E_NOT_SUPPORTED, L"classes change in their MOF files only");

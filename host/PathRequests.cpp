@@ -150,12 +150,6 @@ private:
     const ResolvedPath m_path;
 };
 
-class NothingAcceptor final : public Acceptor
-{
-public:
-    CComPtr<ClassObject> Accept(ClassObject&) override { return nullptr; }
-};
-
 class DeleteRequest final : public Request
 {
 public:

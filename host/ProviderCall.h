@@ -24,6 +24,13 @@ public:
     virtual CComPtr<ClassObject> Accept(ClassObject& object) = 0;
 };
 
+// For operations that answer with a status alone.
+class NothingAcceptor final : public Acceptor
+{
+public:
+    CComPtr<ClassObject> Accept(ClassObject&) override { return nullptr; }
+};
+
 // The contract: objects that are not null and are made from this service's classes, then one SetStatus, nothing after
 // it, and no release of the sink without it. A provider that breaks it ends its call with WBEM_E_PROVIDER_FAILURE; what
 // came before the breach has reached the client.

@@ -10,12 +10,6 @@ namespace orl
 namespace
 {
 
-class NothingAcceptor final : public Acceptor
-{
-public:
-    CComPtr<ClassObject> Accept(ClassObject&) override { return nullptr; }
-};
-
 class PutRequest final : public Request
 {
 public:

@@ -20,12 +20,6 @@ namespace
 constexpr const wchar_t* kSchemaIsFixed = L"classes change in their MOF files only";
 constexpr const wchar_t* kNoEvents = L"events are not supported";
 
-void NeedPlace(const void* place)
-{
-    if (!place)
-        throw CallFailure(WBEM_E_INVALID_PARAMETER, L"there is no place for the answer");
-}
-
 // A request that could not be made, as one that fails when it runs: for clients that learn everything from their sink.
 class FailedRequest final : public Request
 {

@@ -169,10 +169,10 @@ TEST(JsonFormat, IsAnArrayForAnyNumberOfRecords)
 TEST(JsonFormat, EscapesWhatJsonMustAndATerminalWouldObey)
 {
     EXPECT_EQ(Printed(Format::Json, {MakeRecord({{"A", std::string("\0\x01\x1F\x7F\t\r\xC2\x9B", 8)}})}, Shape::One),
-              "{\n  \"A\": \"\\u0000\\u0001\\u001f\\u007f\\t\\r\\u009b\"\n}\n");
+              "{\n  \"A\": \"\\u0000\\u0001\\u001F\\u007F\\t\\r\\u009B\"\n}\n");
     EXPECT_EQ(
         Printed(Format::Json, {MakeRecord({{"A", "\xE2\x80\xA8\xE2\x80\xAE\xC3\xA9\xF0\x9F\x98\x80"}})}, Shape::One),
-        "{\n  \"A\": \"\\u2028\\u202e\xC3\xA9\xF0\x9F\x98\x80\"\n}\n");
+        "{\n  \"A\": \"\\u2028\\u202E\xC3\xA9\xF0\x9F\x98\x80\"\n}\n");
 }
 
 TEST(JsonFormat, PrintsNothingForOneRecordThatNeverCame)

@@ -37,6 +37,19 @@ const std::vector<std::pair<std::string, Format>>& FormatNames()
     return names;
 }
 
+std::vector<std::string> FormatList(bool withMof)
+{
+    std::vector<std::string> names;
+    for (const auto& [name, format] : FormatNames())
+    {
+        if (withMof || format != Format::Mof)
+        {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
+
 std::vector<std::string> Split(const std::string& text, char separator)
 {
     std::vector<std::string> parts;
@@ -87,9 +100,6 @@ CLI::App& AddCommand(CLI::App& app, Raw& raw, Command command, const char* name,
     return *added;
 }
 
-const std::vector<std::string> AllFormats = {"table", "list", "json", "csv", "mof"};
-const std::vector<std::string> RowFormats = {"table", "list", "json", "csv"};
-
 void Declare(CLI::App& app, Raw& raw)
 {
     app.require_subcommand(1);
@@ -104,7 +114,7 @@ void Declare(CLI::App& app, Raw& raw)
 
     auto& enumerate = AddCommand(app, raw, Command::Enum, "enum", "Print the instances of a class", EnumHelp);
     enumerate.add_option("CLASS", raw.options.subject, "Name of the class")->required();
-    AddFormat(enumerate, raw, AllFormats, "table");
+    AddFormat(enumerate, raw, FormatList(true), "table");
     AddSelect(enumerate, raw);
     enumerate
         .add_option("--where", raw.options.where, "Only instances that meet this condition of the WMI query language")
@@ -117,31 +127,31 @@ void Declare(CLI::App& app, Raw& raw)
     get.add_option("--key", raw.keys, "A key of the instance; once for each key")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
-    AddFormat(get, raw, AllFormats, "list");
+    AddFormat(get, raw, FormatList(true), "list");
     AddSelect(get, raw);
     AddConnectionOptions(get, raw);
 
     auto& query = AddCommand(app, raw, Command::Query, "query", "Print the result of a query", QueryHelp);
     query.add_option("WQL", raw.options.subject, "The query, as one argument")->required();
-    AddFormat(query, raw, AllFormats, "table");
+    AddFormat(query, raw, FormatList(true), "table");
     AddSelect(query, raw);
     AddCount(query, raw);
     AddConnectionOptions(query, raw);
 
     auto& definition = AddCommand(app, raw, Command::Class, "class", "Print the definition of a class", ClassHelp);
     definition.add_option("NAME", raw.options.subject, "Name of the class")->required();
-    AddFormat(definition, raw, AllFormats, "mof");
+    AddFormat(definition, raw, FormatList(true), "mof");
     AddConnectionOptions(definition, raw);
 
     auto& classes = AddCommand(app, raw, Command::Classes, "classes", "List the classes of the namespace", ClassesHelp);
     classes.add_flag("--all", raw.options.all, "System classes too");
-    AddFormat(classes, raw, RowFormats, "table");
+    AddFormat(classes, raw, FormatList(false), "table");
     AddCount(classes, raw);
     AddConnectionOptions(classes, raw);
 
     auto& doctor =
         AddCommand(app, raw, Command::Doctor, "doctor", "Check the installation and say what to do", DoctorHelp);
-    AddFormat(doctor, raw, RowFormats, "plain lines");
+    AddFormat(doctor, raw, FormatList(false), "plain lines");
     AddConnectionOptions(doctor, raw);
 }
 

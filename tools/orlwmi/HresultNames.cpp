@@ -1,9 +1,9 @@
 // The table of status codes, in ascending order of the unsigned number.
 #include "tools/orlwmi/HresultNames.h"
 
+#include "tools/orlwmi/Text.h"
+
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <iterator>
 
 namespace orl::client
@@ -191,10 +191,9 @@ const HresultName* FindHresult(HRESULT code)
 
 std::string HresultLabel(HRESULT code)
 {
-    std::array<char, 16> number{};
-    std::snprintf(number.data(), number.size(), "0x%08X", static_cast<unsigned>(code));
+    const std::string number = "0x" + Hex(static_cast<ULONG>(code), 8);
     const auto* known = FindHresult(code);
-    return known == nullptr ? std::string(number.data()) : std::string(known->name) + " (" + number.data() + ")";
+    return known == nullptr ? number : known->name + (" (" + number) + ")";
 }
 
 std::string DescribeHresult(HRESULT code)

@@ -1,10 +1,13 @@
 // The client's side of POSIX.
 #include "tools/orlwmi/Platform.h"
 
+#include "winport/portable/Utf8.h"
+
+#include <windows.h>
+
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
-#include <cstring>
+#include <system_error>
 #include <unistd.h>
 
 namespace orl::client
@@ -46,7 +49,9 @@ std::vector<std::string> ProgramArguments(int argc, char** argv)
 
 void PrepareStreams()
 {
-    std::signal(SIGPIPE, SIG_IGN);
+    struct sigaction ignore = {};
+    ignore.sa_handler = SIG_IGN;
+    sigaction(SIGPIPE, &ignore, nullptr);
 }
 
 WriteResult WriteStandardOutput(std::string_view bytes)
@@ -61,7 +66,7 @@ WriteResult WriteStandardOutput(std::string_view bytes)
 
 std::string LastWriteError()
 {
-    return std::strerror(g_writeError);
+    return std::generic_category().message(g_writeError);
 }
 
 void WriteStandardError(std::string_view bytes) noexcept
@@ -91,8 +96,9 @@ void EndProcess(int exitCode)
 
 std::string RegistryPlace()
 {
-    const char* file = std::getenv("ORL2_REGISTRY");
-    return file != nullptr && *file != '\0' ? file : "/etc/orl2/registry.reg";
+    std::wstring file(GetEnvironmentVariableW(L"ORL2_REGISTRY", nullptr, 0), L'\0');
+    file.resize(GetEnvironmentVariableW(L"ORL2_REGISTRY", file.data(), static_cast<DWORD>(file.size())));
+    return file.empty() ? "/etc/orl2/registry.reg" : ToUtf8(file);
 }
 
 } // namespace orl::client

@@ -2,8 +2,6 @@
 #include "tools/orlwmi/Text.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace orl::client
 {
@@ -55,9 +53,7 @@ void AppendEscape(std::string& out, char32_t c)
     default:
         break;
     }
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), c <= 0xFF ? "\\x%02X" : "\\u%04X", static_cast<unsigned>(c));
-    out += text.data();
+    out += c <= 0xFF ? "\\x" + Hex(c, 2) : "\\u" + Hex(c, 4);
 }
 
 } // namespace
@@ -116,6 +112,16 @@ char32_t TakeCodePoint(std::string_view& utf8)
     const bool shortest = length < 3 || (length == 3 ? c >= 0x800 : c >= 0x10000);
     const bool scalar = c <= LastCodePoint && !IsSurrogate(c);
     return whole && shortest && scalar ? c : Replacement;
+}
+
+std::string Hex(unsigned long number, size_t digits)
+{
+    std::string text;
+    for (; number != 0 || text.size() < digits; number >>= 4)
+    {
+        text.insert(text.begin(), "0123456789ABCDEF"[number & 0xFU]);
+    }
+    return text;
 }
 
 std::string Printable(std::string_view utf8)

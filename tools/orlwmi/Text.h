@@ -20,6 +20,9 @@ void AppendUtf8(std::string& utf8, char32_t codePoint);
 // value can neither move the cursor nor break a line. A backslash is itself.
 [[nodiscard]] std::string Printable(std::string_view utf8);
 
+// A number in hexadecimal, upper case, with at least that many digits.
+[[nodiscard]] std::string Hex(unsigned long number, size_t digits);
+
 // Columns that the text takes on a terminal: wide East Asian characters and emoji take two, combining ones none.
 [[nodiscard]] size_t DisplayWidth(std::string_view utf8);
 

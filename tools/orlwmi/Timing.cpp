@@ -2,7 +2,7 @@
 #include "tools/orlwmi/Timing.h"
 
 #include <array>
-#include <cstdio>
+#include <charconv>
 
 namespace orl::client
 {
@@ -11,9 +11,10 @@ namespace
 
 std::string Milliseconds(Timing::Clock::duration time)
 {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.1f ms", std::chrono::duration<double, std::milli>(time).count());
-    return text.data();
+    std::array<char, 64> text{};
+    const double milliseconds = std::chrono::duration<double, std::milli>(time).count();
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), milliseconds, std::chars_format::fixed, 1);
+    return std::string(text.data(), end.ptr) + " ms";
 }
 
 } // namespace

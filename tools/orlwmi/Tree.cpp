@@ -22,7 +22,9 @@ void DrawFacts(Output& output, const TreeNode& node, const std::string& margin)
         if (!text.empty())
         {
             const std::string blanks(width - DisplayWidth(name), ' ');
-            output.Write(margin + name + blanks + "  " + Printable(text) + "\n");
+            output.Write(margin);
+            output.Write(name + blanks + "  ");
+            output.Write(Printable(text) + "\n");
         }
     }
 }

@@ -83,7 +83,9 @@ void AppendParameters(std::string& list, IWbemClassObject* signature, const char
                          result = typeName;
                          return;
                      }
-                     list += (list.empty() ? "" : ", ") + std::string(direction) + " " + typeName + " " + name;
+                     list += list.empty() ? direction : ", " + std::string(direction);
+                     list += " " + typeName;
+                     list += " " + name;
                  });
 }
 

@@ -3,9 +3,6 @@
 
 #include "tools/orlwmi/Text.h"
 
-#include <array>
-#include <cstdio>
-
 namespace orl::client
 {
 namespace
@@ -29,9 +26,7 @@ void AppendText(std::string& json, std::string_view text)
         }
         else if (SteersTerminal(c))
         {
-            std::array<char, 8> escape{};
-            std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(c));
-            json += escape.data();
+            json += "\\u" + Hex(c, 4);
         }
         else
         {

@@ -3,9 +3,6 @@
 
 #include "tools/orlwmi/Text.h"
 
-#include <array>
-#include <cstdio>
-
 namespace orl::client
 {
 namespace
@@ -24,9 +21,7 @@ void AppendText(std::string& out, std::string_view mof)
         }
         if (SteersTerminal(c) && c != U'\n' && c != U'\t')
         {
-            std::array<char, 8> escape{};
-            std::snprintf(escape.data(), escape.size(), "\\x%04X", static_cast<unsigned>(c));
-            out += escape.data();
+            out += "\\x" + Hex(c, 4);
         }
         else
         {

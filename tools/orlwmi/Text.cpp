@@ -114,7 +114,7 @@ char32_t TakeCodePoint(std::string_view& utf8)
     return whole && shortest && scalar ? c : Replacement;
 }
 
-std::string Hex(unsigned long number, size_t digits)
+std::string Hex(std::uint32_t number, size_t digits)
 {
     std::string text;
     for (; number != 0 || text.size() < digits; number >>= 4)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -21,7 +22,7 @@ void AppendUtf8(std::string& utf8, char32_t codePoint);
 [[nodiscard]] std::string Printable(std::string_view utf8);
 
 // A number in hexadecimal, upper case, with at least that many digits.
-[[nodiscard]] std::string Hex(unsigned long number, size_t digits);
+[[nodiscard]] std::string Hex(std::uint32_t number, size_t digits);
 
 // Columns that the text takes on a terminal: wide East Asian characters and emoji take two, combining ones none.
 [[nodiscard]] size_t DisplayWidth(std::string_view utf8);

@@ -211,8 +211,8 @@ int ResultOf(size_t length)
 int _vsnwprintf(wchar_t* destination, size_t count, const wchar_t* format, va_list arguments)
 {
     const size_t length = Format(destination, destination ? count : 0, format, arguments);
-    if (!destination && count == 0)
-        return ResultOf(length);
+    if (!destination)
+        return count == 0 ? ResultOf(length) : -1;
     if (length > count)
         return -1;
     if (length < count)

@@ -17,7 +17,7 @@ namespace
 // The variable's own spelling of a name, or the name as given when there is none.
 std::string SpellingOf(LPCWSTR name)
 {
-    const std::string wanted = orl::ToUtf8(name);
+    std::string wanted = orl::ToUtf8(name);
     if (std::getenv(wanted.c_str()))
         return wanted;
     for (char** entry = environ; entry && *entry; ++entry)

@@ -137,7 +137,8 @@ void Report(const std::string& file, const RegFile& content)
     for (const RegDamage& damage : content.damage)
     {
         const std::string place = damage.line ? ", line " + std::to_string(damage.line) : "";
-        const std::string text = "registry file " + file + place + ": " + damage.reason + "; left out\n";
+        std::string text = "registry file ";
+        text.append(file).append(place).append(": ").append(damage.reason).append("; left out\n");
         if (FirstReport(text.c_str()))
             std::fputs(text.c_str(), stderr);
     }

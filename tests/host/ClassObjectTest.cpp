@@ -513,6 +513,7 @@ TEST_F(HostObject, QualifierSetsAreReadByNameAndInTurn)
     LONG flavor = -1;
     ASSERT_EQ(WBEM_S_NO_ERROR, set->Get(L"PROVIDER", 0, &value, &flavor));
     EXPECT_EQ(L"LampProvider", Shown(value));
+    value.Clear();
     EXPECT_EQ(WBEM_FLAVOR_FLAG_PROPAGATE_TO_INSTANCE, flavor);
     EXPECT_EQ(WBEM_E_NOT_FOUND, set->Get(L"Color", 0, &value, nullptr));
     EXPECT_EQ(L"there is no qualifier Color", TakeTold().description);

@@ -36,10 +36,12 @@ void StandardOutput::Send(std::string_view bytes)
     case WriteResult::Written:
         return;
     case WriteResult::ReceiverGone:
+        m_broken = true;
         throw ReceiverGone();
     case WriteResult::Failed:
         break;
     }
+    m_broken = true;
     throw Failure(ExitCode::NoOutput, "the output could not be written: " + LastWriteError());
 }
 

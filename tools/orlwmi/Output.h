@@ -42,8 +42,15 @@ private:
 // Standard output.
 class StandardOutput : public Output
 {
+public:
+    // A write has failed, so the results that were still to come were given up.
+    [[nodiscard]] bool IsBroken() const { return m_broken; }
+
 protected:
     void Send(std::string_view bytes) override;
+
+private:
+    bool m_broken = false;
 };
 
 } // namespace orl::client

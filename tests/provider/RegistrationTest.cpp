@@ -40,7 +40,7 @@ protected:
     // `folder` is one of the folders of fake agent libraries, see CMakeLists.txt; "none" does not exist.
     void InstallAgents(const char* fcoe, const char* adapter)
     {
-        const std::filesystem::path agents = ORL_FAKE_AGENTS;
+        const std::filesystem::path agents = std::filesystem::absolute(ORL_FAKE_AGENTS);
         const std::wstring key = AgentsKey;
         registry.SetText(key + L"\\Fcoelink", L"InstalledDir", (agents / fcoe).wstring());
         registry.SetText(key + L"\\Corelink", L"InstalledDir", (agents / adapter).wstring());

@@ -2,7 +2,6 @@
 
 #include "Common/Src/OrlDebug.h"
 #include "tests/support/TestFolder.h"
-#include "tests/support/TestRegistry.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -21,10 +20,10 @@ class LogFile
 public:
     LogFile() : m_path(UniquePath("trace-"))
     {
-        // Level 3 does not ask the registry whether to trace, and without the product's key the log lies in Temp.
-        const TestRegistry nothing;
+        // Level 3 does not ask the registry whether to trace, and the log of this tag lies in Temp whatever the
+        // registry says: the test may have one of its own at this moment.
         const EnvironmentSetting temp(L"Temp", m_path.parent_path().wstring().c_str());
-        if (g_OrlDebug.Configure(L"TEST_", (L".\\" + m_path.filename().wstring()).c_str(), 3, 0, 0, nullptr) != 0)
+        if (g_OrlDebug.Configure(L"Orl2Setp", (L".\\" + m_path.filename().wstring()).c_str(), 3, 0, 0, nullptr) != 0)
             throw std::runtime_error("the trace log could not be opened at " + m_path.string());
     }
 

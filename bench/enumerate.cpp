@@ -82,7 +82,8 @@ void CopyRecords(benchmark::State& state)
     const HMODULE library = LoadLibraryW(L"Fcoelink");
     if (library == nullptr)
         throw std::runtime_error("Fcoelink could not be loaded");
-    const auto factory = reinterpret_cast<GetFcoeAgentFunction>(GetProcAddress(library, "GetFcoeAgent"));
+    const auto factory =
+        reinterpret_cast<GetFcoeAgentFunction>(reinterpret_cast<void (*)()>(GetProcAddress(library, "GetFcoeAgent")));
     COrlFcoeAgentIntf* agent = factory();
     for (auto _ : state)
     {

@@ -44,7 +44,8 @@ void ModuleManagers::Release() noexcept
 // Never destroyed itself: the order of the modules' ends is not ours to choose, see ReleaseManagersAtUnload.
 ModuleManagers& TheModuleManagers() noexcept
 {
-    static ModuleManagers& managers = *new ModuleManagers;
+    // Without memory for these few words at its first request the process has no use left.
+    static ModuleManagers& managers = *new ModuleManagers; // NOLINT(bugprone-unhandled-exception-at-new)
     return managers;
 }
 

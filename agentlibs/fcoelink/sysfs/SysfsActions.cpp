@@ -105,11 +105,11 @@ std::wstring At(const wchar_t* action, const Controller& controller)
     return std::wstring(action) + L" on " + Wide(controller.interfaceName);
 }
 
-void Advise(std::vector<WarningMessageObj>& warnings, std::wstring text)
+void Advise(std::vector<WarningMessageObj>& warnings, const std::wstring& text)
 {
     WarningMessageObj warning;
     warning.ulKind = KindAdvice;
-    warning.strMessage = std::move(text);
+    warning.strMessage = text;
     warnings.push_back(std::move(warning));
 }
 

@@ -11,7 +11,7 @@ namespace orl::sysfs
 {
 
 // An attribute is at most a memory page, and pages have up to this size. A larger file is no attribute.
-inline constexpr std::size_t MaxAttributeBytes = 64 * 1024;
+inline constexpr std::size_t MaxAttributeBytes = std::size_t{64} * 1024;
 
 // A folder held open. What is read below it is named relative to it, so the parts of one record come from one device,
 // even when the kernel removes the device meanwhile and gives its name to another.

@@ -24,7 +24,7 @@ constexpr std::string_view ControllerPrefix = "ctlr_";
 constexpr std::string_view VirtualPortPrefix = "vport-";
 
 // One line a VLAN: many more than any machine has.
-constexpr std::size_t MaxVlanTableBytes = 1024 * 1024;
+constexpr std::size_t MaxVlanTableBytes = std::size_t{1024} * 1024;
 
 // Type number of disks in SCSI's peripheral device types.
 constexpr std::string_view DiskType = "0";
@@ -249,8 +249,12 @@ void ForEachHost(const Controller& controller, const std::function<void(const Ho
 void ForEachVirtualPort(const Controller& controller, const std::function<void(const Dir&)>& visit)
 {
     for (const std::string& name : controller.host.dir.Names(VirtualPortPrefix))
-        if (const Dir port = controller.host.dir.Open(name + "/fc_vports/" + name))
+    {
+        std::string path = name;
+        path.append("/fc_vports/").append(name);
+        if (const Dir port = controller.host.dir.Open(path))
             visit(port);
+    }
 }
 
 void ForEachRemotePort(const Host& host, const std::function<void(const RemotePort&)>& visit)

@@ -2,7 +2,13 @@
 
 #include "provider/RegisterCimImplementors.h"
 
+#include "classes/Zarn_FcoeFabric.h"
 #include "classes/Zarn_FcoeHBA.h"
+#include "classes/Zarn_FcoeLUN.h"
+#include "classes/Zarn_FcoePort.h"
+#include "classes/Zarn_FcoeStatistics.h"
+#include "classes/Zarn_FcoeTarget.h"
+#include "classes/Zarn_FcoeVLAN.h"
 #include "Common/Src/OrlDebug.h"
 #include "com/OrlAtl.h"
 #include "provider/Agents.h"
@@ -28,6 +34,12 @@ std::unique_ptr<CWomClassManagerRoot> OnFcoeAgent()
 // In the order of registration.
 constexpr Implementor Implementors[] = {
     {L"Zarn_FCOEHBA", &OnFcoeAgent<CZarn_FcoeHBA>},
+    {L"Zarn_FCoEFabric", &OnFcoeAgent<CZarn_FcoeFabric>},
+    {L"Zarn_FCoEPort", &OnFcoeAgent<CZarn_FcoePort>},
+    {L"Zarn_FcoeTarget", &OnFcoeAgent<CZarn_FcoeTarget>},
+    {L"Zarn_FCoeLUN", &OnFcoeAgent<CZarn_FcoeLUN>},
+    {L"Zarn_FCoeVLAN", &OnFcoeAgent<CZarn_FcoeVLAN>},
+    {L"Zarn_FCoEStatistics", &OnFcoeAgent<CZarn_FcoeStatistics>},
 };
 
 bool BindAgents()

@@ -2,16 +2,11 @@
 #pragma once
 
 #include "agent/CResult.h"
+#include "agent/OrlSettings.h"
 #include "agent/WarningMessageObj.h"
 #include "Common/Src/OrlString.h"
 
 #include <vector>
-
-class ORL_SETTING;
-class ORL_SETTING_VAL_INT;
-struct ORL_ADAPTER;
-template <typename T>
-class COrlPointerArray;
 
 // The adapter agent. An agent library's export "GetCoreAgent" hands one out; it lives until the process ends and nobody
 // deletes it.

@@ -16,10 +16,10 @@
 #pragma once
 
 #include "classes/DeviceProperty.h"
-#include "classes/FixedText.h"
 #include "Common/Src/OrlDebug.h"
 #include "framework/include/CWomProviderException.h"
 #include "framework/include/OrlStatusOfCurrentException.h"
+#include "provider/FixedText.h"
 #include "provider/Zarn_Fcoe.h"
 
 #include <functional>

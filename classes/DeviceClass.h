@@ -8,9 +8,8 @@
 //         static constexpr auto CimClass = FixedText(L"Zarn_FCoEThing");
 //         static constexpr auto Manager = FixedText(L"CZarn_FcoeThing");           // how the trace names it
 //         static constexpr auto Enumerate = &COrlFcoeAgentIntf::EnumerateThings;
-//         static constexpr auto FailureName = &ORL_FCOE_THING::name;               // the record in "SendInstance
-//         failed" static constexpr DeviceProperty<ORL_FCOE_THING> Properties[] = {...};    // in the order they are
-//         sent
+//         static constexpr auto FailureName = &ORL_FCOE_THING::name; // what "SendInstance failed for" calls a record
+//         static constexpr DeviceProperty<ORL_FCOE_THING> Properties[] = {...}; // in the order that they are sent
 //     };
 //     using CZarn_FcoeThing = CZarn_DeviceClass<FcoeThing>;
 #pragma once

@@ -11,7 +11,10 @@ struct FcoeStatistics : DeviceClassWithTextKey<ORL_FCOE_STATISTIC, &ORL_FCOE_STA
     static constexpr auto CimClass = FixedText(L"Zarn_FCoEStatistics");
     static constexpr auto Manager = FixedText(L"CZarn_FcoeStatistics");
     static constexpr auto Enumerate = &COrlFcoeAgentIntf::EnumerateStatistics;
-    static constexpr auto FailureName = &ORL_FCOE_STATISTIC::deviceId;
+    static COrlString FailureName(const ORL_FCOE_STATISTIC& counter)
+    {
+        return COrlString((counter.deviceId + L" " + counter.statistic).c_str());
+    }
     static constexpr const wchar_t* Key = L"Statistic";
 
     static constexpr DeviceProperty<ORL_FCOE_STATISTIC> Properties[] = {

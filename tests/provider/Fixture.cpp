@@ -75,6 +75,46 @@ Outcome ManagerTest::Enumerate(CWomClassManagerRoot& manager)
                { return manager.CreateInstanceEnumAsync(context, CComPtr<IWbemObjectSink>(sink.p)); });
 }
 
+Outcome ManagerTest::Delete(CWomClassManagerRoot& manager, const wchar_t* path)
+{
+    COrlWmiAutoParsedObjectPath parsed;
+    EXPECT_EQ(parsed.Parse(path), WBEM_S_NO_ERROR) << Narrow(path);
+    return Run([&](CWomContext& context)
+               { return manager.DeleteInstanceAsync(parsed, context, CComPtr<IWbemObjectSink>(sink.p)); });
+}
+
+Outcome ManagerTest::Update(CWomClassManagerRoot& manager)
+{
+    return Run(
+        [&](CWomContext& context)
+        {
+            CWomClassObject nothing(context);
+            return manager.UpdateInstanceAsync(nothing, context, 0, CComPtr<IWbemObjectSink>(sink.p));
+        });
+}
+
+Outcome ManagerTest::Call(CWomClassManagerRoot& manager, const wchar_t* path, const wchar_t* method,
+                          const FakeClassPtr& out, const FakeParameters& in)
+{
+    COrlWmiAutoParsedObjectPath parsed;
+    EXPECT_EQ(parsed.Parse(path), WBEM_S_NO_ERROR) << Narrow(path);
+    const auto given = MakeObject<FakeClassObject>(MakeFakeClass(L"__PARAMETERS"));
+    for (const auto& [name, value] : in)
+        given->Preset(name, CComVariant(value));
+    const auto set = MakeObject<FakeClassObject>(out);
+    Outcome outcome = Run(
+        [&](CWomContext& context)
+        {
+            CWomClassObject inParameters(context, given);
+            CWomClassObject outParameters(context, set);
+            return manager.ExecMethodAsync(parsed, method, context, inParameters, outParameters,
+                                           CComPtr<IWbemObjectSink>(sink.p));
+        });
+    EXPECT_TRUE(outcome.instances.empty()) << "out-parameters are the framework's to send";
+    outcome.instances.push_back(set->Puts());
+    return outcome;
+}
+
 std::vector<std::wstring> ManagerTest::Shown(const std::vector<FakePut>& puts)
 {
     std::vector<std::wstring> shown;

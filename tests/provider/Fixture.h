@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orl::test
@@ -44,6 +45,9 @@ struct ExpectedRefusal
 // Runs what must throw and compares all that the exception carries.
 void ExpectRefusal(const std::function<void()>& request, const ExpectedRefusal& expected);
 
+// In-parameters by name; null ones are left unset.
+using FakeParameters = std::vector<std::pair<const wchar_t*, const wchar_t*>>;
+
 // A manager's test makes its requests through this.
 class ManagerTest : public ::testing::Test
 {
@@ -54,6 +58,12 @@ protected:
 
     Outcome Get(CWomClassManagerRoot& manager, const wchar_t* path);
     Outcome Enumerate(CWomClassManagerRoot& manager);
+    Outcome Delete(CWomClassManagerRoot& manager, const wchar_t* path);
+    // Updates with an instance that carries nothing.
+    Outcome Update(CWomClassManagerRoot& manager);
+    // The out-parameters take what `out` declares; what is set in them is the outcome's only "instance".
+    Outcome Call(CWomClassManagerRoot& manager, const wchar_t* path, const wchar_t* method, const FakeClassPtr& out,
+                 const FakeParameters& in = {});
     // The instance's puts as "Name=value".
     static std::vector<std::wstring> Shown(const std::vector<FakePut>& puts);
     // The value that the instance was sent with, "<none>" when it was not put.

@@ -65,9 +65,9 @@ TEST_F(Registration, HandsOverTheManagersInTheirOrder)
     const CResult result = Register();
     EXPECT_EQ(result.ulErrCode, 0U);
     EXPECT_EQ(result.ulReserved, 0U);
-    EXPECT_EQ(implementors.names, (std::vector<std::wstring>{L"Zarn_FCOEHBA", L"Zarn_FCoEFabric", L"Zarn_FCoEPort",
-                                                           L"Zarn_FcoeTarget", L"Zarn_FCoeLUN", L"Zarn_FCoeVLAN",
-                                                           L"Zarn_FCoEStatistics"}));
+    EXPECT_EQ(implementors.names,
+              (std::vector<std::wstring>{L"Zarn_FCOEHBA", L"Zarn_FCoEFabric", L"Zarn_FCoEPort", L"Zarn_FcoeTarget",
+                                         L"Zarn_FCoeLUN", L"Zarn_FCoeVLAN", L"Zarn_FCoEStatistics"}));
     for (std::size_t i = 0; i < implementors.managers.size(); ++i)
         EXPECT_EQ(implementors.managers[i]->GetCimClassName(), implementors.names[i]) << i;
     EXPECT_NE(g_fcoeAgent, nullptr);

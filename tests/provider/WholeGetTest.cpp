@@ -1,9 +1,8 @@
-// One get from the framework's COM face through the HBA's manager to the agent and back, with memory that runs out at
-// every moment of it, and many of them at once.
+// Whole requests from the framework's COM face through the device managers to the agent and back, with memory that runs
+// out at every moment of one, and many of all kinds at once.
 
-#include "tests/provider/Fixture.h"
+#include "tests/provider/DeviceCases.h"
 
-#include "classes/Zarn_FcoeHBA.h"
 #include "framework/com/OrlInstProvider.h"
 
 #include <thread>
@@ -13,12 +12,13 @@ namespace orl::test
 namespace
 {
 
-class OneManager final : public ManagerSource
+class DeviceManagers final : public ManagerSource
 {
 public:
-    explicit OneManager(COrlFcoeAgentIntf* agent)
+    explicit DeviceManagers(COrlFcoeAgentIntf* agent)
     {
-        m_table.AddClassManager(CComBSTR(L"Zarn_FCOEHBA"), new CZarn_FcoeHBA(agent));
+        for (const DeviceCase& c : DeviceCases())
+            m_table.AddClassManager(CComBSTR(c.cimClass.c_str()), c.make(agent).release());
     }
     const ManagerTable* Managers(HRESULT& answer, COrlString&) noexcept override
     {
@@ -47,7 +47,9 @@ protected:
         hba.instancePath = L"virtual\\host0";
         agent.hbas = {hba};
         services.Attach(new FakeWbemServices());
-        services->Add(MakeFakeClass(L"Zarn_FCOEHBA"));
+        for (const DeviceCase& c : DeviceCases())
+            services->Add(MakeFakeClass(c.cimClass));
+        services->Add(FakeWarningMessage());
         services->Add(FakeExtendedStatus());
         provider.Attach(new OrlInstProvider(managers));
         Initialize();
@@ -70,7 +72,7 @@ protected:
     }
 
     ScriptedAgent agent;
-    OneManager managers;
+    DeviceManagers managers;
     CComPtr<FakeWbemServices> services;
     CComPtr<OrlInstProvider> provider;
 };
@@ -119,44 +121,54 @@ TEST_F(WholeGet, OfAnAdapterThatTheAgentDoesNotKnowIsNotFound)
     EXPECT_EQ(sink->Taken(), 0U);
 }
 
-TEST_F(WholeGet, EightThreadsGetEnumerateAndTraceAtOnce)
+TEST_F(WholeGet, EightThreadsMixRequestsOfAllClassesAndTraceAtOnce)
 {
+    agent.hbas.clear();
+    for (const DeviceCase& c : DeviceCases())
+        c.add(agent, L"X");
     const TraceCapture trace;
-    const CComBSTR path(L"Zarn_FCOEHBA.DeviceID=\"eth0.1002\"");
-    const CComBSTR name(L"Zarn_FCOEHBA");
     constexpr int rounds = 25;
-    std::atomic<int> delivered{0};
+    constexpr int threadCount = 8;
+    std::atomic<std::size_t> delivered{0};
     std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i)
+    for (int i = 0; i < threadCount; ++i)
     {
         threads.emplace_back(
-            [&, gets = i % 2 == 0]
+            [&, i]
             {
                 for (int round = 0; round < rounds; ++round)
                 {
+                    const DeviceCase& c = DeviceCases()[static_cast<std::size_t>(i + round) % DeviceCases().size()];
                     CComPtr<RecordingSink> sink;
                     sink.Attach(new RecordingSink());
-                    if (gets)
-                        provider->GetObjectAsync(path, 0, nullptr, sink);
+                    if (round % 2 == 0)
+                        provider->GetObjectAsync(CComBSTR(c.Path().c_str()), 0, nullptr, sink);
                     else
-                        provider->CreateInstanceEnumAsync(name, 0, nullptr, sink);
-                    delivered += static_cast<int>(sink->Taken());
+                        provider->CreateInstanceEnumAsync(CComBSTR(c.cimClass.c_str()), 0, nullptr, sink);
+                    EXPECT_EQ(sink->Final().result, WBEM_S_NO_ERROR);
+                    delivered += sink->Taken();
+
+                    CComPtr<RecordingSink> deleted;
+                    deleted.Attach(new RecordingSink());
+                    provider->DeleteInstanceAsync(CComBSTR(DeviceCases()[2].Path().c_str()), 0, nullptr, deleted);
+                    EXPECT_EQ(deleted->Final().result, WBEM_S_NO_ERROR);
                 }
             });
     }
     for (std::thread& thread : threads)
         thread.join();
-    EXPECT_EQ(delivered, 8 * rounds);
+    EXPECT_EQ(delivered, std::size_t{threadCount} * rounds);
+    EXPECT_EQ(agent.calls.size(), std::size_t{2} * threadCount * rounds);
     // Every scope left its two lines, whole.
     std::size_t entries = 0;
     std::size_t exits = 0;
     for (const std::string& message : trace.Messages())
     {
-        entries += message == "ENTRY:  CZarn_FcoeHBA::SendInstance";
-        exits += message == "EXIT:  CZarn_FcoeHBA::SendInstance";
+        entries += message.rfind("ENTRY:  CZarn_", 0) == 0 && message.ends_with("::SendInstance");
+        exits += message.rfind("EXIT:  CZarn_", 0) == 0 && message.ends_with("::SendInstance");
     }
-    EXPECT_EQ(entries, 8U * rounds);
-    EXPECT_EQ(exits, 8U * rounds);
+    EXPECT_EQ(entries, std::size_t{threadCount} * rounds);
+    EXPECT_EQ(exits, std::size_t{threadCount} * rounds);
 }
 
 } // namespace

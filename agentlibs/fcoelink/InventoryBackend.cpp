@@ -2,7 +2,12 @@
 
 #include "agentlibs/fcoelink/Backend.h"
 
+#include "agentlibs/inventory/ChangedSan.h"
 #include "agentlibs/inventory/InventoryFile.h"
+#include "agentlibs/inventory/StateFile.h"
+#include "agentlibs/inventory/VirtualPortActions.h"
+#include "agentlibs/inventory/VirtualPortState.h"
+#include "agentlibs/fcoelink/WorldWideName.h"
 
 namespace orl
 {
@@ -10,10 +15,13 @@ namespace orl
 namespace
 {
 
+// Of a warning about an action that was done.
+constexpr ULONG KindAdvice = 2;
+
 class InventoryBackend final : public FcoeBackend
 {
 public:
-    explicit InventoryBackend(const std::wstring& path) : m_file(path) {}
+    explicit InventoryBackend(const std::wstring& path) : m_file(path), m_stateFile(path) {}
 
     BackendStatus Status() override;
 
@@ -27,11 +35,11 @@ public:
     }
     bool EnumeratePorts(const COrlString& deviceId, std::vector<ORL_FCOE_PORT>& ports, CResult&) override
     {
-        return Enumerate(Operation::EnumeratePorts, deviceId, ports);
+        return EnumerateChanged(Operation::EnumeratePorts, deviceId, ports);
     }
     bool EnumerateTargets(const COrlString& deviceId, std::vector<ORL_FCOE_TARGET>& targets, CResult&) override
     {
-        return Enumerate(Operation::EnumerateTargets, deviceId, targets);
+        return EnumerateChanged(Operation::EnumerateTargets, deviceId, targets);
     }
     bool EnumerateVLANs(const COrlString& deviceId, std::vector<ORL_FCOE_VLAN>& vlans, CResult&) override
     {
@@ -39,7 +47,7 @@ public:
     }
     bool EnumerateLUNs(const COrlString& deviceId, std::vector<ORL_FCOE_LUN>& luns, CResult&) override
     {
-        return Enumerate(Operation::EnumerateLUNs, deviceId, luns);
+        return EnumerateChanged(Operation::EnumerateLUNs, deviceId, luns);
     }
     bool EnumerateStatistics(const COrlString& deviceId, std::vector<ORL_FCOE_STATISTIC>& statistics, CResult&) override
     {
@@ -73,20 +81,37 @@ private:
         return true;
     }
 
-    // What every action on one HBA starts with.
-    void BeginAction(Operation operation, const COrlString& deviceId)
+    // Of what clients can change.
+    template <typename Record>
+    bool EnumerateChanged(Operation operation, const COrlString& deviceId, std::vector<Record>& out)
     {
-        if (!Begin(operation, deviceId).inventory->Knows(deviceId))
-            throw BackendError(ERROR_DEV_NOT_EXIST,
-                               m_file.Path() + L": there is no HBA with the device id \"" + deviceId + L"\"");
+        const InventoryFile::Contents contents = Begin(operation, deviceId);
+        ChangedSan(contents.inventory, ReadState()).Append(deviceId, out);
+        return true;
     }
-    [[noreturn]] void RefuseChange() const
+    std::shared_ptr<const VirtualPortState> ReadState()
     {
-        throw BackendError(ERROR_NOT_SUPPORTED,
-                           m_file.Path() + L": the inventory is only read; change the file to change the SAN");
+        return m_virtualPorts.Of(m_stateFile.Read(), &VirtualPortState::Read);
+    }
+
+    // Carries out `act(VirtualPortState&)` as one transaction.
+    template <typename Act>
+    void Change(Act&& act)
+    {
+        m_stateFile.Change(VirtualPortState::Section,
+                           [&](const StateDocument& document, StateFile::Section& section)
+                           {
+                               VirtualPortState state = VirtualPortState::Read(document);
+                               act(state);
+                               if (!state.Empty())
+                                   section = state.Text();
+                               return true;
+                           });
     }
 
     InventoryFile m_file;
+    StateFile m_stateFile;
+    StateSection<VirtualPortState> m_virtualPorts;
 };
 
 BackendStatus InventoryBackend::Status()
@@ -96,6 +121,7 @@ BackendStatus InventoryBackend::Status()
     try
     {
         const std::size_t count = m_file.Read().inventory->HbaCount();
+        ReadState();
         status.text = std::to_wstring(count) + (count == 1 ? L" HBA" : L" HBAs");
         status.ready = true;
     }
@@ -106,37 +132,67 @@ BackendStatus InventoryBackend::Status()
     return status;
 }
 
+// What was created goes, what was deleted comes back: the SAN is again as its file says.
 bool InventoryBackend::Uninstall(CResult&)
 {
     Begin(Operation::Uninstall, {});
-    RefuseChange();
+    if (!ReadState()->Empty())
+        Change([](VirtualPortState& state) { state = VirtualPortState(); });
+    return true;
 }
 
-bool InventoryBackend::CreateVirtualPort(const COrlString& deviceId, COrlString&, std::vector<WarningMessageObj>&,
-                                         CResult&)
+// What is answered is made ready within the transaction, so that want of memory undoes it.
+bool InventoryBackend::CreateVirtualPort(const COrlString& deviceId, COrlString& worldWidePortName,
+                                         std::vector<WarningMessageObj>& warnings, CResult&)
 {
-    BeginAction(Operation::CreateVirtualPort, deviceId);
-    RefuseChange();
+    const auto contents = Begin(Operation::CreateVirtualPort, deviceId);
+    const VirtualPortActions actions(m_file.Path(), *contents.inventory, deviceId);
+    std::optional<std::uint64_t> given;
+    if (!worldWidePortName.empty())
+        given = actions.Parse(worldWidePortName);
+    COrlString assigned;
+    std::vector<WarningMessageObj> advice = warnings;
+    Change(
+        [&](VirtualPortState& state)
+        {
+            assigned = FormatWorldWideName(actions.Create(state, given));
+            if (const ORL_FCOE_HBA& hba = actions.Hba(); IsLinkDown(hba))
+                advice.push_back({KindAdvice, 0,
+                                  assigned + L" is created, but cannot log in to a fabric: the link of \"" +
+                                      hba.deviceId + L"\" is " + hba.linkStatus});
+        });
+    worldWidePortName.swap(assigned);
+    warnings.swap(advice);
+    return true;
 }
 
-bool InventoryBackend::DeleteVirtualPort(const COrlString& deviceId, const COrlString&, std::vector<WarningMessageObj>&,
-                                         CResult&)
+bool InventoryBackend::DeleteVirtualPort(const COrlString& deviceId, const COrlString& worldWidePortName,
+                                         std::vector<WarningMessageObj>&, CResult&)
 {
-    BeginAction(Operation::DeleteVirtualPort, deviceId);
-    RefuseChange();
+    const auto contents = Begin(Operation::DeleteVirtualPort, deviceId);
+    const VirtualPortActions actions(m_file.Path(), *contents.inventory, deviceId);
+    const std::uint64_t name = actions.Parse(worldWidePortName);
+    Change([&](VirtualPortState& state) { actions.Delete(state, name); });
+    return true;
 }
 
-bool InventoryBackend::GenerateVirtualPortWWPN(const COrlString& deviceId, COrlString&, std::vector<WarningMessageObj>&,
-                                               CResult&)
+// The name is written down before it is answered, so that no two callers get the same one.
+bool InventoryBackend::GenerateVirtualPortWWPN(const COrlString& deviceId, COrlString& worldWidePortName,
+                                               std::vector<WarningMessageObj>&, CResult&)
 {
-    BeginAction(Operation::GenerateVirtualPortWWPN, deviceId);
-    RefuseChange();
+    const auto contents = Begin(Operation::GenerateVirtualPortWWPN, deviceId);
+    const VirtualPortActions actions(m_file.Path(), *contents.inventory, deviceId);
+    COrlString generated;
+    Change([&](VirtualPortState& state) { generated = FormatWorldWideName(actions.Generate(state)); });
+    worldWidePortName.swap(generated);
+    return true;
 }
 
 // Targets are what the file says at each call, so looking for new ones needs no more than the HBA.
 bool InventoryBackend::RefreshTargets(const COrlString& deviceId, CResult&)
 {
-    BeginAction(Operation::RefreshTargets, deviceId);
+    const auto contents = Begin(Operation::RefreshTargets, deviceId);
+    RequireHba(m_file.Path(), *contents.inventory, deviceId);
     return true;
 }
 

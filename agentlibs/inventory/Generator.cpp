@@ -22,6 +22,7 @@ constexpr ULONG MaxTargets = 65536;
 constexpr ULONG MaxLuns = 65536;
 constexpr ULONG MaxStatistics = 1024;
 constexpr ULONG FirstVlan = 1002;
+constexpr ULONG FirstPortFcid = 0x010000;
 
 // Well-known kinds of the random numbers, so that no two of them run alike.
 enum Kind : std::uint64_t
@@ -93,18 +94,20 @@ void PutName(std::wstring& text, std::uint64_t name)
 }
 
 // Targets are seen by all adapters under the same names.
+constexpr std::uint64_t FirstTargetPortName = 0x2000525400000000;
 std::uint64_t TargetNodeName(ULONG target)
 {
     return 0x1000525400000000 | target;
 }
 std::uint64_t TargetPortName(ULONG target)
 {
-    return 0x2000525400000000 | target;
+    return FirstTargetPortName | target;
 }
 // Behind the addresses of the most ports that there can be; see MaxTargets.
+constexpr ULONG FirstTargetFcid = 0xEF0000;
 ULONG TargetFcid(ULONG target)
 {
-    return 0xEF0000 | target;
+    return FirstTargetFcid | target;
 }
 
 constexpr const wchar_t* Counters[] = {
@@ -182,17 +185,47 @@ std::uint64_t Generator::Random(std::uint64_t hba, std::uint64_t kind, std::uint
     return x ^ x >> 31;
 }
 
-// Name format 2: a vendor extension, then a MAC address, here a locally administered one of the seed and the number.
+// A locally administered MAC address of the seed and the number.
+std::uint64_t Generator::AddressOf(ULONG hba) const
+{
+    return std::uint64_t{0x02} << 40 | (m_seed & 0xFF) << 32 | hba;
+}
+
+// Name format 2: a vendor extension, then the MAC address.
 std::uint64_t Generator::PortName(ULONG hba, ULONG extension) const
 {
-    const std::uint64_t address = std::uint64_t{0x02} << 40 | (m_seed & 0xFF) << 32 | hba;
-    return std::uint64_t{0x2000} << 48 | std::uint64_t{extension} << 48 | address;
+    return std::uint64_t{0x2000} << 48 | std::uint64_t{extension} << 48 | AddressOf(hba);
+}
+
+std::optional<PortSite> Generator::SiteOf(std::uint64_t portName) const
+{
+    if (portName >= FirstTargetPortName && portName - FirstTargetPortName < m_targets)
+        return PortSite{PortSite::Kind::Target, 0};
+    const auto hba = static_cast<ULONG>(portName & 0xFFFFFFFF);
+    const auto extension = static_cast<ULONG>(portName >> 48 & 0xFFF);
+    if (hba >= m_hbas || PortName(hba, extension) != portName)
+        return std::nullopt;
+    if (extension < std::max<ULONG>(m_ports, 1)) // the first one is the adapter's own, also without ports
+        return PortSite{PortSite::Kind::Port, hba};
+    if (extension >= MaxPorts && extension - MaxPorts < m_virtualPorts)
+        return PortSite{PortSite::Kind::VirtualPort, hba};
+    return std::nullopt;
 }
 
 // No two ports share one: all of them fit in behind the first switch's addresses.
 ULONG Generator::PortFcid(ULONG hba, ULONG port) const
 {
-    return 0x010000 + hba * std::max<ULONG>(m_ports + m_virtualPorts, 1) + port;
+    return FirstPortFcid + hba * std::max<ULONG>(m_ports + m_virtualPorts, 1) + port;
+}
+
+ULONG Generator::BehindFcids(ULONG fcid) const
+{
+    const ULONG behindPorts = PortFcid(m_hbas, 0);
+    if (fcid >= FirstPortFcid && fcid < behindPorts)
+        fcid = behindPorts;
+    if (fcid >= FirstTargetFcid && fcid < FirstTargetFcid + m_targets)
+        fcid = FirstTargetFcid + m_targets;
+    return fcid;
 }
 
 void Generator::PutFabricNode(std::wstring& text, ULONG number) const

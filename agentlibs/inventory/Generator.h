@@ -2,6 +2,7 @@
 #pragma once
 
 #include "agentlibs/inventory/ObjectReader.h"
+#include "agentlibs/inventory/PortIndex.h"
 #include "agent/OrlFcoeRecords.h"
 
 #include <cstdint>
@@ -46,7 +47,16 @@ public:
     ULONG CountPerHba(const ORL_FCOE_VLAN*) const { return m_vlans; }
     ULONG CountPerHba(const ORL_FCOE_STATISTIC*) const { return m_statistics; }
 
+    std::size_t PhysicalPortsPerHba() const { return m_ports; }
+
+    // Names and addresses are made by formula, so whose they are is computed. What has this port name; a target is said
+    // to be the first adapter's, though all of them see it.
+    std::optional<PortSite> SiteOf(std::uint64_t portName) const;
+    // The lowest address from `fcid` upwards that nothing here has.
+    ULONG BehindFcids(ULONG fcid) const;
+
 private:
+    std::uint64_t AddressOf(ULONG hba) const;
     std::uint64_t Random(std::uint64_t hba, std::uint64_t kind, std::uint64_t number) const;
     std::uint64_t PortName(ULONG hba, ULONG extension) const;
     ULONG PortFcid(ULONG hba, ULONG port) const;

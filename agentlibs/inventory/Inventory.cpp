@@ -28,9 +28,49 @@ const Inventory::ListedHba* Inventory::FindListed(const COrlString& deviceId) co
     return found == m_index.end() ? nullptr : &m_listed[found->second];
 }
 
-bool Inventory::Knows(const COrlString& deviceId) const
+std::optional<std::size_t> Inventory::Find(const COrlString& deviceId) const
 {
-    return FindListed(deviceId) != nullptr || (m_generator && m_generator->Find(deviceId));
+    if (const ListedHba* hba = FindListed(deviceId))
+        return static_cast<std::size_t>(hba - m_listed.data());
+    if (const auto number = m_generator ? m_generator->Find(deviceId) : std::nullopt)
+        return m_listed.size() + *number;
+    return std::nullopt;
+}
+
+COrlString Inventory::DeviceIdOf(std::size_t hba) const
+{
+    std::vector<ORL_FCOE_HBA> records;
+    AppendOf(hba, records);
+    return records.front().deviceId;
+}
+
+std::size_t Inventory::PhysicalPorts(std::size_t hba) const
+{
+    return hba < m_listed.size() ? m_listed[hba].physicalPorts : m_generator->PhysicalPortsPerHba();
+}
+
+std::vector<PortSite> Inventory::SitesOf(std::uint64_t portName) const
+{
+    std::vector<PortSite> sites = m_ports.SitesOf(portName);
+    if (auto generated = m_generator ? m_generator->SiteOf(portName) : std::nullopt)
+    {
+        generated->hba += m_listed.size();
+        sites.push_back(*generated);
+    }
+    return sites;
+}
+
+ULONG Inventory::FreeFcid(ULONG from) const
+{
+    constexpr ULONG last = 0xFFFEFF; // behind it are the addresses of a fabric's own services
+    for (ULONG fcid = from; fcid <= last; ++fcid)
+    {
+        if (m_generator)
+            fcid = m_generator->BehindFcids(fcid);
+        if (fcid <= last && !m_ports.HasFcid(fcid))
+            return fcid;
+    }
+    return 0;
 }
 
 void Inventory::AppendStatistics(const COrlString& deviceId, double seconds, std::vector<ORL_FCOE_STATISTIC>& out) const

@@ -3,6 +3,7 @@
 #include "agentlibs/inventory/InventoryFile.h"
 
 #include "agentlibs/Text.h"
+#include "agentlibs/inventory/FileTime.h"
 #include "winport/portable/Utf8.h"
 
 #include <algorithm>
@@ -11,15 +12,6 @@
 
 namespace orl
 {
-
-namespace
-{
-
-// File systems and runtimes count a file's time in steps of up to this. A file that is younger may be written again
-// without its time showing it, so until then its contents are compared.
-constexpr auto TimeStep = std::chrono::seconds(2);
-
-} // namespace
 
 InventoryFile::InventoryFile(std::wstring path, Now now)
     : m_path(std::move(path)), m_file(NativePath(m_path)), m_now(std::move(now))
@@ -96,7 +88,7 @@ void InventoryFile::Refresh(const Stamp& stamp)
     }
     m_stamp = stamp;
     // A file that is still being written changes its stamp once more, and so does one that was written while we read.
-    m_settled = m_now() - stamp.written > TimeStep;
+    m_settled = m_now() - stamp.written > FileTimeStep;
 }
 
 void InventoryFile::Refuse(ULONG code, const std::wstring& reason) const

@@ -65,6 +65,7 @@ private:
         ReadFabrics(in, hba, owner);
         ReadPorts(in, hba, owner);
         ReadTargets(in, hba, owner);
+        Index(hba, owner);
         ReadList(in, "vlans", hba, Of<ORL_FCOE_VLAN>(owner));
         ReadList(in, "statistics", hba, Of<ORL_FCOE_STATISTIC>(owner),
                  [&](ObjectReader& statistic, const ORL_FCOE_STATISTIC&)
@@ -99,6 +100,7 @@ private:
         start.portTypeId = 5;
         start.portType = L"NPort (fabric via point-to-point)";
         ReadList(in, "ports", hba, start);
+        hba.physicalPorts = std::get<std::vector<ORL_FCOE_PORT>>(hba.records).size();
         start.portTypeId = 2;
         start.portType = L"NPIV VPORT";
         ReadList(in, "virtualPorts", hba, start);
@@ -122,6 +124,22 @@ private:
                      lun.fabricName = target.fabricName;
                      ReadList(element, "luns", hba, lun);
                  });
+    }
+
+    void Index(const ListedHba& hba, const ORL_FCOE_HBA& owner)
+    {
+        const std::size_t number = m_inventory.m_listed.size() - 1;
+        PortIndex& index = m_inventory.m_ports;
+        index.Add({PortSite::Kind::Port, number}, owner.worldWidePortName, owner.fcid);
+        std::size_t place = 0;
+        for (const ORL_FCOE_PORT& port : std::get<std::vector<ORL_FCOE_PORT>>(hba.records))
+        {
+            const bool isVirtual = place++ >= hba.physicalPorts;
+            index.Add({isVirtual ? PortSite::Kind::VirtualPort : PortSite::Kind::Port, number}, port.portWWN,
+                      port.fcid);
+        }
+        for (const ORL_FCOE_TARGET& target : std::get<std::vector<ORL_FCOE_TARGET>>(hba.records))
+            index.Add({PortSite::Kind::Target, number}, target.portWWN, target.fcid);
     }
 
     void ReadGenerate(ObjectReader& in)

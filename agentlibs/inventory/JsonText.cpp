@@ -131,6 +131,7 @@ private:
         place->kind = kind;
         place->offset = NextToken();
         m_tokenEnd = Reached();
+        place->end = m_tokenEnd;
         return *place;
     }
 
@@ -141,6 +142,7 @@ private:
         m_tokenEnd = value.offset;
         while (m_tokenEnd < m_text.size() && BelongsToNumber(m_text[m_tokenEnd]))
             ++m_tokenEnd;
+        value.end = m_tokenEnd;
         value.text = m_text.substr(value.offset, m_tokenEnd - value.offset);
         return true;
     }
@@ -157,8 +159,9 @@ private:
 
     bool Close()
     {
-        m_open.pop_back();
         m_tokenEnd = Reached();
+        m_open.back()->end = m_tokenEnd;
+        m_open.pop_back();
         return true;
     }
 
@@ -224,6 +227,11 @@ std::string Printable(std::string_view text)
 std::string Quoted(std::string_view text)
 {
     return '"' + Printable(text) + '"';
+}
+
+std::string JsonString(std::string_view text)
+{
+    return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
 std::string PointerTo(const JsonPlace& place)

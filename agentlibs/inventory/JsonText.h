@@ -27,6 +27,7 @@ struct JsonValue
     Kind kind = Kind::Null;
     bool boolean = false;
     std::size_t offset = 0;          // of the value's first byte
+    std::size_t end = 0;             // of the byte behind its last one
     std::string text;                // a text's characters in UTF-8, a number as it is written
     std::vector<JsonValue> items;    // of a list
     std::vector<JsonMember> members; // of an object, in the file's order; no key stands twice
@@ -53,6 +54,9 @@ std::string PointerTo(const JsonPlace& place);
 // A text of the document as a message shows it: in double quotes, control characters as question marks, no longer than
 // what one reads.
 std::string Quoted(std::string_view text);
+
+// The text as a JSON string, quotes included.
+std::string JsonString(std::string_view text);
 
 // The text of one JSON document and its name, for messages.
 class JsonText

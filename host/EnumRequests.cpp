@@ -98,7 +98,9 @@ bool BelongsTo(const ObjectBody& body, const ClassDef& asked, bool withSubclasse
     if (!body.IsInstance())
         throw CallFailure(WBEM_E_PROVIDER_FAILURE,
                           L"the provider sent the class " + body.Class().Name() + L" instead of an instance");
-    return &body.Class() == &asked || (withSubclasses && body.Class().DerivesFrom(asked) && !HasProvider(body.Class()));
+    if (body.Class().DerivesFrom(asked))
+        return &body.Class() == &asked || (withSubclasses && !HasProvider(body.Class()));
+    return asked.IsAssociation() && body.Class().IsAssociation() && !asked.DerivesFrom(body.Class());
 }
 
 Ref<Request> MakeInstanceEnum(RequestScope scope, std::wstring_view className)

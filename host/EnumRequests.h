@@ -13,8 +13,9 @@ namespace orl
 // The class, or WBEM_E_INVALID_CLASS thrown as CallFailure.
 const ClassDef& NeedClass(const Namespace& nameSpace, std::wstring_view name);
 
-// Whether an instance that the provider of `asked` sent belongs there: it is of that class, or of a class below it that
-// no provider serves of its own while subclasses are wanted.
+// Whether an instance that the provider of `asked` sent belongs to the answer: it is of that class, or of a class below
+// it that no provider serves of its own while subclasses are wanted. A provider may answer for one association with
+// instances of another one: they say what they link.
 bool BelongsTo(const ObjectBody& body, const ClassDef& asked, bool withSubclasses);
 
 // Instances of a class, and of all classes below it unless the flags say WBEM_FLAG_SHALLOW.

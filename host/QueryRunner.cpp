@@ -1,11 +1,14 @@
 // Queries: what they name, checked against the schema, and their answers.
 #include "host/QueryRunner.h"
 
+#include "host/AssociationQuery.h"
 #include "host/EnumRequests.h"
 #include "host/ProviderAccess.h"
 #include "host/QuerySource.h"
 #include "host/Repository.h"
 #include "wbem/Wql.h"
+
+#include <map>
 
 namespace orl
 {
@@ -14,7 +17,8 @@ namespace
 
 using wbem::WqlQuery;
 
-// Null where everything is selected. System properties are in every object and not counted.
+// Null where everything is selected. System properties are in every object and not counted. Names that the class lacks
+// are passed over.
 std::shared_ptr<const Projection> ProjectionOf(const WqlQuery& query, const ClassDef& ofClass)
 {
     if (query.SelectsAll())
@@ -23,7 +27,6 @@ std::shared_ptr<const Projection> ProjectionOf(const WqlQuery& query, const Clas
     projection->shows.resize(ofClass.Properties().size());
     for (const std::wstring& name : query.selected)
     {
-        NeedProperty(ofClass, name);
         const std::size_t index = ofClass.FindProperty(name.substr(0, name.find(L'.')));
         if (index == ClassDef::kNotFound || projection->shows[index])
             continue;
@@ -33,29 +36,60 @@ std::shared_ptr<const Projection> ProjectionOf(const WqlQuery& query, const Clas
     return projection;
 }
 
+// How a query reads the objects of one class.
+struct Reading
+{
+    // Throws CallFailure WBEM_E_INVALID_QUERY for a name that the class has not got.
+    static Reading Strict(const WqlQuery& query, const ClassDef& ofClass)
+    {
+        for (const std::wstring& name : query.selected)
+            NeedProperty(ofClass, name);
+        return {TestedProperties(query, ofClass), ProjectionOf(query, ofClass)};
+    }
+    // Of a class that the query does not name: what it lacks reads as NULL.
+    static Reading Foreign(const WqlQuery& query, const ClassDef& ofClass)
+    {
+        return {TestedProperties::OfForeign(query, ofClass), ProjectionOf(query, ofClass)};
+    }
+
+    TestedProperties tested;
+    std::shared_ptr<const Projection> projection;
+};
+
 // What the WHERE admits, with what the SELECT lists.
 class QueryAcceptor final : public Acceptor
 {
 public:
-    QueryAcceptor(const WqlQuery& query, const TestedProperties& tested, std::shared_ptr<const Projection> projection,
-                  const ClassDef& asked)
-        : m_query(query), m_tested(tested), m_projection(std::move(projection)), m_asked(asked)
+    QueryAcceptor(const WqlQuery& query, const Reading& reading, const ClassDef& asked)
+        : m_query(query), m_reading(reading), m_asked(asked)
     {
     }
 
     CComPtr<ClassObject> Accept(ClassObject& object) override
     {
         const ObjectBody& body = *object.Body();
-        if (!BelongsTo(body, m_asked, true) || !m_query.Admits(QuerySource(m_tested, body)))
+        if (!BelongsTo(body, m_asked, true))
             return nullptr;
-        return MakeObject<ClassObject>(object.Body(), m_projection);
+        const Reading& reading = ReadingOf(body.Class());
+        if (!m_query.Admits(QuerySource(reading.tested, body)))
+            return nullptr;
+        return MakeObject<ClassObject>(object.Body(), reading.projection);
     }
 
 private:
+    const Reading& ReadingOf(const ClassDef& ofClass)
+    {
+        if (ofClass.DerivesFrom(m_asked))
+            return m_reading;
+        const auto known = m_foreign.find(&ofClass);
+        return known != m_foreign.end() ? known->second
+                                        : m_foreign.emplace(&ofClass, Reading::Foreign(m_query, ofClass)).first->second;
+    }
+
     const WqlQuery& m_query;
-    const TestedProperties& m_tested;
-    const std::shared_ptr<const Projection> m_projection;
+    const Reading& m_reading;
     const ClassDef& m_asked;
+    std::map<const ClassDef*, Reading> m_foreign;
 };
 
 // SELECT over the instances of a class and of all classes below it.
@@ -64,8 +98,7 @@ class SelectRequest final : public Request
 public:
     SelectRequest(RequestScope scope, std::wstring_view text, WqlQuery query)
         : Request(scope, L"ExecQuery", std::wstring(text)), m_text(text), m_query(std::move(query)),
-          m_class(NeedClass(scope.nameSpace, m_query.className)), m_projection(ProjectionOf(m_query, m_class)),
-          m_tested(m_query, m_class)
+          m_class(NeedClass(scope.nameSpace, m_query.className)), m_reading(Reading::Strict(m_query, m_class))
     {
     }
 
@@ -74,7 +107,7 @@ private:
     {
         if (Scope().flags & WBEM_FLAG_PROTOTYPE)
         {
-            Objects prototype{MakeObject<ClassObject>(m_class.Prototype(), m_projection)};
+            Objects prototype{MakeObject<ClassObject>(m_class.Prototype(), m_reading.projection)};
             CallStatus status;
             status.code = results.Deliver(prototype);
             return status;
@@ -82,7 +115,7 @@ private:
         return AskForEach(m_class.InNamespace().WithSubclasses(m_class), call,
                           [&](const ClassDef& each)
                           {
-                              QueryAcceptor acceptor(m_query, m_tested, m_projection, each);
+                              QueryAcceptor acceptor(m_query, m_reading, each);
                               return AskForInstances(Scope(), each, TextFor(each), acceptor, results, call);
                           });
     }
@@ -101,8 +134,7 @@ private:
     const std::wstring m_text;
     const WqlQuery m_query;
     const ClassDef& m_class;
-    const std::shared_ptr<const Projection> m_projection;
-    const TestedProperties m_tested;
+    const Reading m_reading;
 };
 
 // SELECT over the classes of the namespace: FROM meta_class.
@@ -142,15 +174,8 @@ Ref<Request> MakeQuery(RequestScope scope, std::wstring_view language, std::wstr
     auto parsed = WqlQuery::Parse(text);
     if (!parsed)
         throw CallFailure(WBEM_E_INVALID_QUERY, parsed.Error().Text());
-    switch (parsed->kind)
-    {
-    case wbem::WqlKind::Associators:
-        throw CallFailure(WBEM_E_NOT_SUPPORTED, L"ASSOCIATORS OF is not supported");
-    case wbem::WqlKind::References:
-        throw CallFailure(WBEM_E_NOT_SUPPORTED, L"REFERENCES OF is not supported");
-    default:
-        break;
-    }
+    if (parsed->kind != wbem::WqlKind::Select)
+        return MakeAssociationQuery(std::move(scope), text, *std::move(parsed));
     if (parsed->IsSchemaQuery())
         return MakeRequest<SchemaRequest>(std::move(scope), text, *std::move(parsed));
     return MakeRequest<SelectRequest>(std::move(scope), text, *std::move(parsed));

@@ -10,7 +10,7 @@ namespace orl
 
 // A WQL query as a request. Throws CallFailure: WBEM_E_INVALID_QUERY_TYPE for another language, WBEM_E_INVALID_QUERY
 // for a query that does not parse or names a property that the class has not got, WBEM_E_INVALID_CLASS for an unknown
-// class, WBEM_E_NOT_SUPPORTED for ASSOCIATORS OF and REFERENCES OF.
+// class, and what MakeAssociationQuery throws.
 Ref<Request> MakeQuery(RequestScope scope, std::wstring_view language, std::wstring_view text);
 
 } // namespace orl

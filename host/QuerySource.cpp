@@ -57,6 +57,21 @@ TestedProperties::TestedProperties(const wbem::WqlQuery& query, const ClassDef& 
         m_places.push_back(PlaceOf(name, &ofClass));
 }
 
+TestedProperties TestedProperties::OfForeign(const wbem::WqlQuery& query, const ClassDef& ofClass)
+{
+    TestedProperties tested;
+    for (const std::wstring& name : query.testedProperties)
+    {
+        const bool isLacking = !wbem::EqualNoCase(name, L"__this") && !FindSystemProperty(name) &&
+                               ofClass.FindProperty(SplitAtPoints(name).front()) == ClassDef::kNotFound;
+        if (isLacking)
+            tested.m_places.emplace_back().isLacking = true;
+        else
+            tested.m_places.push_back(PlaceOf(name, &ofClass));
+    }
+    return tested;
+}
+
 TestedProperties::TestedProperties(const wbem::WqlQuery& query)
 {
     for (const std::wstring& name : query.testedProperties)
@@ -79,7 +94,7 @@ void NeedProperty(const ClassDef& ofClass, std::wstring_view name)
 CimValue QuerySource::Value(const wbem::WqlProperty& property) const
 {
     const TestedProperties::Place& place = m_tested.m_places[property.index];
-    if (place.isThis)
+    if (place.isThis || place.isLacking)
         return {};
     if (place.system)
         return place.system->value(m_body, m_body.Count());

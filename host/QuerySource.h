@@ -19,17 +19,22 @@ class TestedProperties
 public:
     // Throws CallFailure WBEM_E_INVALID_QUERY for a name that the class has not got.
     TestedProperties(const wbem::WqlQuery& query, const ClassDef& ofClass);
+    // For objects of a class that the query does not name: a property that the class lacks reads as NULL.
+    static TestedProperties OfForeign(const wbem::WqlQuery& query, const ClassDef& ofClass);
     // For queries over classes, which have system properties only.
     explicit TestedProperties(const wbem::WqlQuery& query);
 
 private:
     friend class QuerySource;
 
+    TestedProperties() = default;
+
     struct Place
     {
         std::size_t index = 0;                  // of the class's property table
         const SystemProperty* system = nullptr; // instead of it
         bool isThis = false;                    // the object itself: __this
+        bool isLacking = false;                 // always NULL
         std::vector<std::wstring> inside;       // names within embedded objects: Target.Name
     };
 

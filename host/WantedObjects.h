@@ -1,0 +1,55 @@
+// Objects that are known by their paths, and fetched together.
+#pragma once
+
+#include "host/ProviderCall.h"
+#include "host/Request.h"
+#include "wbem/ObjectPath.h"
+
+#include <cstddef>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace orl
+{
+
+// The ends of associations. Few objects of a class are asked for one by one; many by one enumeration of the class,
+// narrowed to what their paths have in common, so that the cost grows with the result and not with its square.
+class WantedObjects
+{
+public:
+    explicit WantedObjects(const RequestScope& scope) : m_scope(scope) {}
+
+    // Each object once. A path that names a property which the class lacks, or a class without a key, leads to no
+    // object and is left out.
+    void Add(const wbem::ObjectPath& path, const ClassDef& ofClass);
+
+    // All instances that the paths name; of an object that is shown by several instances, all of them. What does not
+    // exist is left out. Objects of a class that nobody serves are made of their keys. `keysOnly`: the instances show
+    // their keys alone.
+    CallStatus Fetch(bool keysOnly, ResultSink& results, Call& call) const;
+
+private:
+    // Objects of one class whose paths name the same properties.
+    struct Group
+    {
+        const ClassDef* ofClass;
+        std::vector<std::size_t> named;      // indexes of the property table, ascending
+        std::vector<wbem::ObjectPath> paths; // spelled and typed as the class declares
+        std::unordered_set<std::wstring> identities;
+    };
+
+    class GroupAcceptor;
+
+    Group& GroupOf(const ClassDef& ofClass, std::vector<std::size_t> named);
+    CallStatus FetchGroup(const Group& group, bool keysOnly, ResultSink& results, Call& call) const;
+    CallStatus FetchEach(const Group& group, GroupAcceptor& acceptor, ResultSink& results, Call& call) const;
+
+    RequestScope m_scope;
+    std::vector<Group> m_groups;
+};
+
+// Shows the class's keys alone; null, for all, where it has none.
+std::shared_ptr<const Projection> KeysOf(const ClassDef& ofClass);
+
+} // namespace orl

@@ -30,13 +30,14 @@ Ran RunOn(const FakeServices& services, const std::vector<std::string>& argument
         const Options& options = std::get<Options>(parsed);
         const Deadline deadline(options.timeout);
         Timing timing;
-        Session session{services.Get(), deadline, output, timing};
-        RunCommand(options, session);
+        const ErrorLines errors = [&ran](const std::string& lines) { ran.errors += lines; };
+        Session session{services.Get(), deadline, output, timing, errors};
+        ran.code = RunCommand(options, session);
     }
     catch (const Failure& failure)
     {
         ran.code = failure.Code();
-        ran.errors = failure.Lines();
+        ran.errors += failure.Lines();
     }
     output.Flush();
     ran.output = output.Text();

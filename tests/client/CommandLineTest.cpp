@@ -34,9 +34,12 @@ TEST(CommandLine, KnowsEachCommand)
     };
     const Case cases[] = {
         {{"tree"}, Command::Tree, ""},
+        {{"stats"}, Command::Stats, ""},
         {{"enum", "Zarn_FCOEHBA"}, Command::Enum, "Zarn_FCOEHBA"},
         {{"get", "Zarn_FCOEHBA.DeviceID=\"eth0.1002\""}, Command::Get, "Zarn_FCOEHBA.DeviceID=\"eth0.1002\""},
         {{"query", "SELECT * FROM A"}, Command::Query, "SELECT * FROM A"},
+        {{"call", "A.B=1", "Run"}, Command::Call, "A.B=1"},
+        {{"delete", "A.B=1"}, Command::Delete, ""},
         {{"class", "A"}, Command::Class, "A"},
         {{"classes"}, Command::Classes, ""},
         {{"doctor"}, Command::Doctor, ""},
@@ -102,6 +105,20 @@ TEST(CommandLine, KeepsBracketsAndCommasOfASubject)
     EXPECT_EQ(Parsed({"get", "A", "--key", "B=[1,2]"}).keys[0].second, "[1,2]");
 }
 
+TEST(CommandLine, TakesAdaptersPathsAndParameters)
+{
+    EXPECT_THAT(Parsed({"tree", "eth0", "eth*", "--format", "json"}).operands, ElementsAre("eth0", "eth*"));
+    EXPECT_THAT(Parsed({"delete", "A.B=1", "A.B=\"[c,d]\""}).operands, ElementsAre("A.B=1", "A.B=\"[c,d]\""));
+    const Options call = Parsed({"call", "A.B=1", "Run", "C=[1,2]", "D=", "C=x=y", "--format", "csv"});
+    EXPECT_EQ(call.method, "Run");
+    EXPECT_THAT(call.parameters, ElementsAre(Pair("C", "[1,2]"), Pair("D", ""), Pair("C", "x=y")));
+    const Options stats = Parsed({"stats", "eth0", "--watch", "0.5", "--count", "3", "--all"});
+    EXPECT_EQ(stats.watch, std::chrono::milliseconds(500));
+    EXPECT_EQ(stats.samples, 3U);
+    EXPECT_TRUE(stats.all);
+    EXPECT_FALSE(Parsed({"stats"}).watch);
+}
+
 TEST(CommandLine, RefusesWhatMakesNoSense)
 {
     struct Case
@@ -120,9 +137,21 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
         {{"enum", "A", "--frob"}, "The following argument was not expected: --frob", "orlwmi enum --help"},
         {{"enum", "A", "--format", "yaml"}, "--format: yaml not in {table,list,json,csv,mof}", "orlwmi enum --help"},
         {{"classes", "--format", "mof"}, "--format: mof not in {table,list,json,csv}", "orlwmi classes --help"},
-        {{"tree", "--format", "json"},
-         "The following arguments were not expected: json --format",
-         "orlwmi tree --help"},
+        {{"tree", "--format", "csv"}, "--format: csv not in {json}", "orlwmi tree --help"},
+        {{"tree", ""}, "the name, path or query is empty", "orlwmi tree --help"},
+        {{"stats", "--format", "mof"}, "--format: mof not in {table,json,csv}", "orlwmi stats --help"},
+        {{"stats", "--watch", "0"},
+         "--watch wants a number of seconds greater than 0 and not more than a year",
+         "orlwmi stats --help"},
+        {{"stats", "--count", "3"}, "--count goes with --watch", "orlwmi stats --help"},
+        {{"stats", "--watch", "1", "--count", "0"},
+         "--count wants a number of samples greater than 0",
+         "orlwmi stats --help"},
+        {{"call", "A.B=1"}, "METHOD is required", "orlwmi call --help"},
+        {{"call", "A.B=1", "Run", "C"}, "a parameter wants NAME=VALUE, not C", "orlwmi call --help"},
+        {{"call", "A.B=1", "Run", "=C"}, "a parameter wants NAME=VALUE, not =C", "orlwmi call --help"},
+        {{"delete"}, "PATH is required", "orlwmi delete --help"},
+        {{"delete", "A.B=1", ""}, "the name, path or query is empty", "orlwmi delete --help"},
         {{"enum", "A", "--select", "B,,C"},
          "--select wants names of properties with commas between, not B,,C",
          "orlwmi enum --help"},
@@ -168,7 +197,8 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
 TEST(CommandLine, HelpsWithExamplesForEachCommand)
 {
     EXPECT_THAT(HelpFor({"--help"}), HasSubstr("Exit codes:"));
-    for (const std::string command : {"tree", "enum", "get", "query", "class", "classes", "doctor"})
+    for (const std::string command :
+         {"tree", "stats", "enum", "get", "query", "call", "delete", "class", "classes", "doctor"})
     {
         const std::string help = HelpFor({command, "--help"});
         EXPECT_THAT(help, HasSubstr("Examples:\n  orlwmi " + command)) << command;
@@ -178,8 +208,9 @@ TEST(CommandLine, HelpsWithExamplesForEachCommand)
 
 TEST(CommandLine, HelpListsEveryExitCode)
 {
-    for (const auto code : {ExitCode::Done, ExitCode::Failed, ExitCode::Usage, ExitCode::NotFound, ExitCode::TimedOut,
-                            ExitCode::NoConnection, ExitCode::Unhealthy, ExitCode::NoOutput, ExitCode::Interrupted})
+    for (const auto code :
+         {ExitCode::Done, ExitCode::Failed, ExitCode::Usage, ExitCode::NotFound, ExitCode::TimedOut,
+          ExitCode::NoConnection, ExitCode::Unhealthy, ExitCode::NoOutput, ExitCode::NotDone, ExitCode::Interrupted})
     {
         EXPECT_THAT(HelpFor({"--help"}), HasSubstr("\n  " + std::to_string(static_cast<int>(code)) + " "));
     }

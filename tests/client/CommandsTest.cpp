@@ -377,8 +377,9 @@ TEST_F(ClientCommands, TreeShowsAdaptersInTheWordsOfTheirOwners)
                                 "    bus        0000:0b:00.0\n"
                                 "\n"
                                 "FCoE adapter eth1\n"
-                                "    state  Linkdown\n"
-                                "    FCID   none, not logged in (0xFFFFFFFF)\n");
+                                "    state    Linkdown\n"
+                                "    problem  the link is down: no cable, or the interface is switched off\n"
+                                "    FCID     none, not logged in (0xFFFFFFFF)\n");
 }
 
 TEST_F(ClientCommands, TreeShowsNothingForAClassThatTheNamespaceLacks)

@@ -145,12 +145,27 @@ public:
         return WBEM_E_NOT_FOUND;
     }
 
-    HRESULT STDMETHODCALLTYPE Put(LPCWSTR, LONG, VARIANT*, CIMTYPE) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Put(LPCWSTR name, LONG, VARIANT* value, CIMTYPE type) override
+    {
+        const auto* known = Find(name);
+        if (known == nullptr || type != 0)
+        {
+            return WBEM_E_INVALID_PARAMETER;
+        }
+        m_content.properties[static_cast<size_t>(known - m_content.properties.data())].value = CComVariant(*value);
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE SpawnInstance(LONG, IWbemClassObject** out) override
+    {
+        *out = MakeFakeObject(m_content).Detach();
+        return S_OK;
+    }
+
     HRESULT STDMETHODCALLTYPE Delete(LPCWSTR) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetNames(LPCWSTR, LONG, VARIANT*, SAFEARRAY**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Clone(IWbemClassObject**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE SpawnDerivedClass(LONG, IWbemClassObject**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SpawnInstance(LONG, IWbemClassObject**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE CompareTo(LONG, IWbemClassObject*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetPropertyOrigin(LPCWSTR, BSTR*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE InheritsFrom(LPCWSTR) override { return E_NOTIMPL; }

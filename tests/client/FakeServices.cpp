@@ -91,7 +91,16 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetResultString(LONG, BSTR*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetResultServices(LONG, IWbemServices**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetCallStatus(LONG, LONG*) override { return E_NOTIMPL; }
+    // The call's own status is handed out; this method itself succeeds.
+    HRESULT STDMETHODCALLTYPE GetCallStatus(LONG, LONG* status) override
+    {
+        if (m_answer.never || m_answer.slices-- > 0)
+        {
+            return WBEM_S_TIMEDOUT;
+        }
+        *status = Answered(m_answer.atEnd, m_answer.explanation);
+        return WBEM_S_NO_ERROR;
+    }
 
 private:
     FakeAnswer m_answer;
@@ -131,6 +140,76 @@ struct FakeServices::State
 namespace
 {
 
+std::wstring NotedScalar(const VARIANT& value)
+{
+    switch (value.vt)
+    {
+    case VT_BSTR:
+        return std::wstring(value.bstrVal, SysStringLen(value.bstrVal));
+    case VT_BOOL:
+        return value.boolVal == VARIANT_FALSE ? L"false" : L"true";
+    case VT_UI1:
+        return std::to_wstring(value.bVal);
+    case VT_I2:
+        return std::to_wstring(value.iVal);
+    case VT_I4:
+        return std::to_wstring(value.lVal);
+    case VT_R4:
+        return std::to_wstring(value.fltVal);
+    case VT_R8:
+        return std::to_wstring(value.dblVal);
+    default:
+        return L"?";
+    }
+}
+
+std::wstring TypeOf(VARTYPE type)
+{
+    static const std::map<VARTYPE, std::wstring> names = {{VT_BSTR, L"BSTR"}, {VT_BOOL, L"BOOL"}, {VT_UI1, L"UI1"},
+                                                          {VT_I2, L"I2"},     {VT_I4, L"I4"},     {VT_R4, L"R4"},
+                                                          {VT_R8, L"R8"}};
+    const auto name = names.find(type);
+    return name == names.end() ? L"VT " + std::to_wstring(type) : name->second;
+}
+
+std::wstring NotedArray(SAFEARRAY* array, VARTYPE type)
+{
+    LONG last = -1;
+    SafeArrayGetUBound(array, 1, &last);
+    std::wstring text;
+    for (LONG i = 0; i <= last; ++i)
+    {
+        CComVariant element;
+        SafeArrayGetElement(array, &i, &element.llVal);
+        element.vt = type;
+        text += (i == 0 ? L"" : L", ") + NotedScalar(element);
+    }
+    return TypeOf(type) + L"[] {" + text + L"}";
+}
+
+std::wstring NotedParameters(IWbemClassObject* in)
+{
+    std::wstring text;
+    if (in == nullptr)
+    {
+        return text;
+    }
+    in->BeginEnumeration(WBEM_FLAG_NONSYSTEM_ONLY);
+    for (;;)
+    {
+        CComBSTR name;
+        CComVariant value;
+        if (in->Next(0, &name, &value, nullptr, nullptr) != WBEM_S_NO_ERROR)
+        {
+            return text;
+        }
+        if (value.vt != VT_EMPTY)
+        {
+            text += L", " + std::wstring(name) + L" = " + NotedValue(value);
+        }
+    }
+}
+
 class Services final : public ComObject<IWbemServices>
 {
 public:
@@ -139,17 +218,7 @@ public:
     HRESULT STDMETHODCALLTYPE GetObject(const BSTR path, LONG flags, IWbemContext*, IWbemClassObject**,
                                         IWbemCallResult** result) override
     {
-        const FakeAnswer& answer = m_state->Answer(L"GetObject(" + std::wstring(path) + L")");
-        if (flags != WBEM_FLAG_RETURN_IMMEDIATELY || result == nullptr)
-        {
-            return WBEM_E_INVALID_PARAMETER; // it could not be given up
-        }
-        if (FAILED(answer.atOnce))
-        {
-            return Answered(answer.atOnce, answer.explanation);
-        }
-        *result = MakeObject<FakeCallResult>(answer).Detach();
-        return WBEM_S_NO_ERROR;
+        return HandOut(m_state->Answer(L"GetObject(" + std::wstring(path) + L")"), flags, result);
     }
 
     HRESULT STDMETHODCALLTYPE CreateInstanceEnum(const BSTR name, LONG flags, IWbemContext*,
@@ -210,9 +279,10 @@ public:
     {
         return E_NOTIMPL;
     }
-    HRESULT STDMETHODCALLTYPE DeleteInstance(const BSTR, LONG, IWbemContext*, IWbemCallResult**) override
+    HRESULT STDMETHODCALLTYPE DeleteInstance(const BSTR path, LONG flags, IWbemContext*,
+                                             IWbemCallResult** result) override
     {
-        return E_NOTIMPL;
+        return HandOut(m_state->Answer(L"DeleteInstance(" + std::wstring(path) + L")"), flags, result);
     }
     HRESULT STDMETHODCALLTYPE DeleteInstanceAsync(const BSTR, LONG, IWbemContext*, IWbemObjectSink*) override
     {
@@ -236,10 +306,13 @@ public:
     {
         return E_NOTIMPL;
     }
-    HRESULT STDMETHODCALLTYPE ExecMethod(const BSTR, const BSTR, LONG, IWbemContext*, IWbemClassObject*,
-                                         IWbemClassObject**, IWbemCallResult**) override
+    HRESULT STDMETHODCALLTYPE ExecMethod(const BSTR path, const BSTR method, LONG flags, IWbemContext*,
+                                         IWbemClassObject* in, IWbemClassObject**, IWbemCallResult** result) override
     {
-        return E_NOTIMPL;
+        const std::wstring call = L"ExecMethod(" + std::wstring(path) + L", " + method;
+        const FakeAnswer& answer = m_state->Answer(call + L")");
+        m_state->calls.back() = call + NotedParameters(in) + L")";
+        return HandOut(answer, flags, result);
     }
     HRESULT STDMETHODCALLTYPE ExecMethodAsync(const BSTR, const BSTR, LONG, IWbemContext*, IWbemClassObject*,
                                               IWbemObjectSink*) override
@@ -248,10 +321,34 @@ public:
     }
 
 private:
+    static HRESULT HandOut(const FakeAnswer& answer, LONG flags, IWbemCallResult** result)
+    {
+        if (flags != WBEM_FLAG_RETURN_IMMEDIATELY || result == nullptr)
+        {
+            return WBEM_E_INVALID_PARAMETER; // it could not be given up
+        }
+        if (FAILED(answer.atOnce))
+        {
+            return Answered(answer.atOnce, answer.explanation);
+        }
+        *result = MakeObject<FakeCallResult>(answer).Detach();
+        return WBEM_S_NO_ERROR;
+    }
+
     std::shared_ptr<FakeServices::State> m_state;
 };
 
 } // namespace
+
+std::wstring NotedValue(const VARIANT& value)
+{
+    if (value.vt == VT_NULL)
+    {
+        return L"NULL";
+    }
+    return (value.vt & VT_ARRAY) != 0 ? NotedArray(value.parray, static_cast<VARTYPE>(value.vt & ~VT_ARRAY))
+                                      : TypeOf(value.vt) + L" " + NotedScalar(value);
+}
 
 FakeAnswer Objects(std::vector<FakeContent> contents)
 {
@@ -312,6 +409,16 @@ void FakeServices::OnQuery(const std::wstring& wql, FakeAnswer answer)
 void FakeServices::OnClasses(FakeAnswer answer)
 {
     m_state->answers[L"CreateClassEnum()"] = std::move(answer);
+}
+
+void FakeServices::OnDelete(const std::wstring& path, FakeAnswer answer)
+{
+    m_state->answers[L"DeleteInstance(" + path + L")"] = std::move(answer);
+}
+
+void FakeServices::OnMethod(const std::wstring& path, const std::wstring& method, FakeAnswer answer)
+{
+    m_state->answers[L"ExecMethod(" + path + L", " + method + L")"] = std::move(answer);
 }
 
 const std::vector<std::wstring>& FakeServices::Calls() const

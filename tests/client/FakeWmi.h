@@ -73,8 +73,13 @@ FakeContent MakeExtendedStatus(const std::wstring& description, const std::wstri
 // Leaves the explanation as the thread's error object, as a failing WMI call does.
 void LeaveErrorInfo(const FakeContent& explanation);
 
-// The service. Requests are noted as "GetObject(path)", "CreateInstanceEnum(class)", "ExecQuery(WQL, query)" and
-// "CreateClassEnum()"; one that the test has no answer for is WBEM_E_NOT_FOUND.
+// A value of an in-parameter as calls are noted: its VARIANT type and text, as in "BSTR x", "I4 7" or "BOOL[] {true}".
+std::wstring NotedValue(const VARIANT& value);
+
+// The service. Requests are noted as "GetObject(path)", "CreateInstanceEnum(class)", "ExecQuery(WQL, query)",
+// "CreateClassEnum()", "ExecMethod(path, method)", with in-parameters "ExecMethod(path, method, name = value)", and
+// "DeleteInstance(path)"; one that the test has no answer for is WBEM_E_NOT_FOUND. Only in-parameters that were put are
+// noted.
 class FakeServices
 {
 public:
@@ -86,6 +91,9 @@ public:
     void OnEnumerate(const std::wstring& className, FakeAnswer answer);
     void OnQuery(const std::wstring& wql, FakeAnswer answer);
     void OnClasses(FakeAnswer answer);
+    void OnDelete(const std::wstring& path, FakeAnswer answer);
+    // For calls with any in-parameters.
+    void OnMethod(const std::wstring& path, const std::wstring& method, FakeAnswer answer);
 
     const std::vector<std::wstring>& Calls() const;
 

@@ -14,12 +14,13 @@ namespace orl::client
 namespace
 {
 
-void RunConnected(const Options& options, Output& output, const Deadline& deadline, Timing& timing)
+ExitCode RunConnected(const Options& options, Output& output, const ErrorLines& errors, const Deadline& deadline,
+                      Timing& timing)
 {
     const auto services = Connect(NamespacePath(options.server, options.nameSpace), deadline);
     timing.Connected();
-    Session session{services, deadline, output, timing};
-    RunCommand(options, session);
+    Session session{services, deadline, output, timing, errors};
+    return RunCommand(options, session);
 }
 
 ExitCode Run(const Options& options, Output& output, const ErrorLines& errors)
@@ -30,14 +31,8 @@ ExitCode Run(const Options& options, Output& output, const ErrorLines& errors)
     ExitCode result = ExitCode::Done;
     try
     {
-        if (options.command == Command::Doctor)
-        {
-            result = RunDoctor(options, output, deadline);
-        }
-        else
-        {
-            RunConnected(options, output, deadline, timing);
-        }
+        result = options.command == Command::Doctor ? RunDoctor(options, output, deadline)
+                                                    : RunConnected(options, output, errors, deadline, timing);
         output.Flush();
     }
     catch (const Failure&)
@@ -54,25 +49,39 @@ ExitCode Run(const Options& options, Output& output, const ErrorLines& errors)
 
 } // namespace
 
-void RunCommand(const Options& options, Session& session)
+ExitCode RunCommand(const Options& options, Session& session)
 {
     switch (options.command)
     {
     case Command::Tree:
-        return RunTree(options, session);
+        RunTree(options, session);
+        break;
+    case Command::Stats:
+        RunStats(options, session);
+        break;
     case Command::Enum:
-        return RunEnum(options, session);
+        RunEnum(options, session);
+        break;
     case Command::Get:
-        return RunGet(options, session);
+        RunGet(options, session);
+        break;
     case Command::Query:
-        return RunQuery(options, session);
+        RunQuery(options, session);
+        break;
+    case Command::Call:
+        return RunCall(options, session);
+    case Command::Delete:
+        return RunDelete(options, session);
     case Command::Class:
-        return RunClass(options, session);
+        RunClass(options, session);
+        break;
     case Command::Classes:
-        return RunClasses(options, session);
+        RunClasses(options, session);
+        break;
     case Command::Doctor:
         break;
     }
+    return ExitCode::Done;
 }
 
 ExitCode RunClient(const std::vector<std::string>& arguments, Output& output, const ErrorLines& errors) noexcept

@@ -14,7 +14,7 @@ namespace orl::client
 namespace
 {
 
-constexpr double LongestTimeout = 365.0 * 24 * 3600; // seconds
+constexpr double LongestTime = 365.0 * 24 * 3600; // seconds
 
 // The options as the parser fills them, before they are checked.
 struct Raw
@@ -23,7 +23,9 @@ struct Raw
     std::string format;
     std::string select;
     std::vector<std::string> keys;
+    std::vector<std::string> parameters;
     double timeout = 0;
+    double watch = 0;
     CLI::Option* timeoutOption = nullptr;
 };
 
@@ -87,6 +89,12 @@ void AddSelect(CLI::App& command, Raw& raw)
         ->type_name("A,B,...");
 }
 
+void AddAdapters(CLI::App& command, Raw& raw)
+{
+    command.add_option("HBA", raw.options.operands,
+                       "Adapters by their DeviceID, * for any text and ? for one character; all when not given");
+}
+
 void AddCount(CLI::App& command, Raw& raw)
 {
     command.add_flag("--count", raw.options.count, "Print how many there are and nothing else");
@@ -110,7 +118,18 @@ void Declare(CLI::App& app, Raw& raw)
 
     auto& tree =
         AddCommand(app, raw, Command::Tree, "tree", "Show the FCoE adapters and what belongs to them", TreeHelp);
+    AddAdapters(tree, raw);
+    AddFormat(tree, raw, {"json"}, "the tree");
     AddConnectionOptions(tree, raw);
+
+    auto& stats = AddCommand(app, raw, Command::Stats, "stats", "Show the counters of the FCoE adapters", StatsHelp);
+    AddAdapters(stats, raw);
+    stats.add_option("--watch", raw.watch, "Show them again each so many seconds, with their rates")
+        ->type_name("SECONDS");
+    stats.add_option("--count", raw.options.samples, "End after so many samples")->type_name("NUMBER");
+    stats.add_flag("--all", raw.options.all, "Counters that stand at 0 too");
+    AddFormat(stats, raw, {"table", "json", "csv"}, "table");
+    AddConnectionOptions(stats, raw);
 
     auto& enumerate = AddCommand(app, raw, Command::Enum, "enum", "Print the instances of a class", EnumHelp);
     enumerate.add_option("CLASS", raw.options.subject, "Name of the class")->required();
@@ -138,6 +157,18 @@ void Declare(CLI::App& app, Raw& raw)
     AddCount(query, raw);
     AddConnectionOptions(query, raw);
 
+    auto& call = AddCommand(app, raw, Command::Call, "call", "Run a method of an object", CallHelp);
+    call.add_option("PATH", raw.options.subject, "Path of the instance, or of the class for a static method")
+        ->required();
+    call.add_option("METHOD", raw.options.method, "Name of the method")->required();
+    call.add_option("PARAMETER", raw.parameters, "In-parameters of the method, as NAME=VALUE");
+    AddFormat(call, raw, FormatList(true), "list");
+    AddConnectionOptions(call, raw);
+
+    auto& remove = AddCommand(app, raw, Command::Delete, "delete", "Delete instances", DeleteHelp);
+    remove.add_option("PATH", raw.options.operands, "Paths of the instances")->required();
+    AddConnectionOptions(remove, raw);
+
     auto& definition = AddCommand(app, raw, Command::Class, "class", "Print the definition of a class", ClassHelp);
     definition.add_option("NAME", raw.options.subject, "Name of the class")->required();
     AddFormat(definition, raw, FormatList(true), "mof");
@@ -160,12 +191,12 @@ void Declare(CLI::App& app, Raw& raw)
     throw Failure(ExitCode::Usage, message);
 }
 
-std::pair<std::string, std::string> ParseKey(const std::string& text)
+std::pair<std::string, std::string> ParseAssignment(const std::string& what, const std::string& text)
 {
     const auto equals = text.find('=');
     if (equals == std::string::npos || equals == 0)
     {
-        Refuse("--key wants NAME=VALUE, not " + text);
+        Refuse(what + " wants NAME=VALUE, not " + text);
     }
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
@@ -183,11 +214,11 @@ std::vector<std::string> ParseSelect(const std::string& text)
     return names;
 }
 
-std::chrono::milliseconds ParseTimeout(double seconds)
+std::chrono::milliseconds ParseSeconds(const std::string& option, double seconds)
 {
-    if (!(seconds > 0) || seconds > LongestTimeout)
+    if (!(seconds > 0) || seconds > LongestTime)
     {
-        Refuse("--timeout wants a number of seconds greater than 0 and not more than a year");
+        Refuse(option + " wants a number of seconds greater than 0 and not more than a year");
     }
     return std::chrono::milliseconds(static_cast<LONGLONG>(std::ceil(seconds * 1000)));
 }
@@ -204,27 +235,60 @@ Format ParseFormat(const std::string& name)
     Refuse("--format does not know " + name);
 }
 
-Options Checked(Raw raw, bool hasTimeout)
+// Whether the command is about one thing that must be named.
+bool NeedsSubject(Command command)
+{
+    switch (command)
+    {
+    case Command::Enum:
+    case Command::Get:
+    case Command::Query:
+    case Command::Call:
+    case Command::Class:
+        return true;
+    default:
+        return false;
+    }
+}
+
+Options Checked(Raw raw, const CLI::App& command)
 {
     Options options = std::move(raw.options);
     for (const auto& key : raw.keys)
     {
-        options.keys.push_back(ParseKey(key));
+        options.keys.push_back(ParseAssignment("--key", key));
+    }
+    for (const auto& parameter : raw.parameters)
+    {
+        options.parameters.push_back(ParseAssignment("a parameter", parameter));
     }
     if (!raw.select.empty())
     {
         options.select = ParseSelect(raw.select);
     }
-    if (hasTimeout)
+    if (command.count("--timeout") != 0)
     {
-        options.timeout = ParseTimeout(raw.timeout);
+        options.timeout = ParseSeconds("--timeout", raw.timeout);
+    }
+    if (options.command == Command::Stats && command.count("--watch") != 0)
+    {
+        options.watch = ParseSeconds("--watch", raw.watch);
+    }
+    if (options.samples && !options.watch)
+    {
+        Refuse("--count goes with --watch");
+    }
+    if (options.samples == 0U)
+    {
+        Refuse("--count wants a number of samples greater than 0");
     }
     if (!raw.format.empty())
     {
         options.format = ParseFormat(raw.format);
     }
-    if (options.subject.empty() && options.command != Command::Tree && options.command != Command::Classes &&
-        options.command != Command::Doctor)
+    const auto& operands = options.operands;
+    if ((NeedsSubject(options.command) && options.subject.empty()) ||
+        std::find(operands.begin(), operands.end(), "") != operands.end())
     {
         Refuse("the name, path or query is empty");
     }
@@ -270,8 +334,7 @@ std::variant<Options, Help> ParseCommandLine(const std::vector<std::string>& arg
     {
         CheckCommand(app, arguments);
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-        const auto* chosen = app.get_subcommands().front();
-        return Checked(raw, chosen->count("--timeout") != 0);
+        return Checked(raw, *app.get_subcommands().front());
     }
     catch (const CLI::CallForHelp&)
     {

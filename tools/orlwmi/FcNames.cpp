@@ -35,11 +35,15 @@ std::string ColonName(const std::string& worldWideName)
     return name;
 }
 
-std::string FcidText(const std::string& fcid)
+bool HasFcid(const std::string& fcid)
 {
     // The kernel gives all ones before a port's first login and zero after it lost one.
-    const bool none = SameName(fcid, "0xFFFFFFFF") || fcid == "0x0";
-    return none ? "none, not logged in (" + fcid + ")" : fcid;
+    return !fcid.empty() && fcid != "0x0" && !SameName(fcid, "0xFFFFFFFF");
+}
+
+std::string FcidText(const std::string& fcid)
+{
+    return fcid.empty() || HasFcid(fcid) ? fcid : "none, not logged in (" + fcid + ")";
 }
 
 } // namespace orl::client

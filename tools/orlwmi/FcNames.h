@@ -10,6 +10,9 @@ namespace orl::client
 // colons; any other text is given back as it is.
 [[nodiscard]] std::string ColonName(const std::string& worldWideName);
 
+// Whether a port with this FCID is logged in somewhere: neither empty, nor 0, nor all ones.
+[[nodiscard]] bool HasFcid(const std::string& fcid);
+
 // An FCID as the provider writes it, with what it means when the port has none.
 [[nodiscard]] std::string FcidText(const std::string& fcid);
 

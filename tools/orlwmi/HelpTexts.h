@@ -6,6 +6,7 @@ namespace orl::client
 
 inline constexpr const char* ProgramHelp = R"(Examples:
   orlwmi tree
+  orlwmi stats eth0.1002 --watch 2
   orlwmi enum Zarn_FCOEHBA --select DeviceID,LinkStatus
   orlwmi get Zarn_FCOEHBA --key DeviceID=eth0.1002 --format json
   orlwmi doctor
@@ -16,11 +17,12 @@ Exit codes:
   0    done; also when the receiver of the output closes it
   1    the service refused the request or failed at it
   2    the command line is wrong
-  3    no such object, class or property
+  3    no such object, class, property, method or parameter
   4    --timeout passed
   5    no service, or no such namespace
   6    doctor found something wrong
   7    the output could not be written
+  8    a method answered, and says that it did not do what it was asked
   130  interrupted with Ctrl-C
 
 Results go to standard output in UTF-8, errors to standard error with the name
@@ -29,7 +31,52 @@ and number of their status and what the service told about them.
 
 inline constexpr const char* TreeHelp = R"(Examples:
   orlwmi tree
+  orlwmi tree eth0.1002
+  orlwmi tree 'eth*' --format json
   orlwmi tree --server storage7
+)";
+
+inline constexpr const char* StatsHelp = R"(The first sample shows values, each later one also the rate per second since
+the one before it. A counter that was reset has no rate that once. Ctrl-C ends
+a watch.
+
+Formats:
+  table  one table a sample, without the counters that stand at 0
+  json   one object a line
+  csv    RFC 4180 with a header line
+
+Examples:
+  orlwmi stats
+  orlwmi stats eth0.1002 --all
+  orlwmi stats 'eth*' --watch 5 --count 12 --format csv
+)";
+
+inline constexpr const char* CallHelp = R"(Prints the out-parameters. Names of methods and parameters are looked up in
+the class, values are converted to the types that it declares:
+  numbers   7, -7, 0x1F
+  booleans  TRUE or FALSE
+  texts     as they are; '"NULL"' is the text of four letters
+  arrays    NAME=[a,b], or NAME=a NAME=b
+  NULL      no value, for every type
+
+What the method tells beside its result (WarningMessages) is printed on
+standard error as "error: ..." and "warning: ..." by table and list; in json,
+csv and mof it stays among the out-parameters. Exit code 8 when there is an
+error among them or ReturnValue is not 0.
+
+Examples:
+  orlwmi call 'Zarn_FCOEHBA.DeviceID="eth0.1002"' GenerateVirtualPortWWPN
+  orlwmi call 'Zarn_FCOEHBA.DeviceID="eth0.1002"' CreateVirtualPort \
+         WorldWidePortName=2101525400fc0001
+  orlwmi call Zarn_FCOEHBA Uninstall
+)";
+
+inline constexpr const char* DeleteHelp =
+    R"(Goes on with the next path when one cannot be deleted; the exit code is that
+of the first failure.
+
+Examples:
+  orlwmi delete 'Zarn_FCoEPort.DeviceID="eth0.1002",WorldWidePortName="2101525400fc0001"'
 )";
 
 inline constexpr const char* EnumHelp = R"(Formats:

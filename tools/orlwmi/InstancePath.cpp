@@ -86,4 +86,13 @@ std::string MakeInstancePath(const std::string& className, const std::vector<std
     return path;
 }
 
+std::string ClassPathOf(const std::string& path)
+{
+    // A server's name may hold dots; a colon before the first value ends server and namespace.
+    const auto values = path.find_first_of("\"=");
+    const auto colon = path.find(':');
+    const auto begin = colon != std::string::npos && colon < values ? colon + 1 : 0;
+    return path.substr(0, path.find_first_of(".=", begin));
+}
+
 } // namespace orl::client

@@ -16,4 +16,8 @@ namespace orl::client
                                            const std::vector<std::pair<std::string, std::string>>& keys,
                                            IWbemClassObject* definition);
 
+// The path of the class that an object path names, with its server and namespace when it names those:
+// "\\HOST\root\KESTA:Zarn_FCOEHBA" of "\\HOST\root\KESTA:Zarn_FCOEHBA.DeviceID="eth0"".
+[[nodiscard]] std::string ClassPathOf(const std::string& path);
+
 } // namespace orl::client

@@ -15,9 +15,12 @@ namespace orl::client
 enum class Command
 {
     Tree,
+    Stats,
     Enum,
     Get,
     Query,
+    Call,
+    Delete,
     Class,
     Classes,
     Doctor
@@ -26,15 +29,20 @@ enum class Command
 struct Options
 {
     Command command = Command::Tree;
-    std::string subject;                                   // class, path or query
-    std::vector<std::pair<std::string, std::string>> keys; // of `get CLASS --key NAME=VALUE`
-    std::optional<Format> format;                          // the command's own choice when not given
-    std::vector<std::string> select;                       // properties in the order asked for; all when empty
-    std::string where;                                     // WQL condition
+    std::string subject;                                         // class, path or query
+    std::vector<std::string> operands;                           // adapters of tree and stats, paths of delete
+    std::string method;                                          // of `call`
+    std::vector<std::pair<std::string, std::string>> parameters; // of `call`, in the order given
+    std::vector<std::pair<std::string, std::string>> keys;       // of `get CLASS --key NAME=VALUE`
+    std::optional<Format> format;                                // the command's own choice when not given
+    std::vector<std::string> select;                             // properties in the order asked for; all when empty
+    std::string where;                                           // WQL condition
     std::optional<std::chrono::milliseconds> timeout;
+    std::optional<std::chrono::milliseconds> watch; // time from one sample to the next
+    std::optional<unsigned> samples;                // after how many to end; never when not given
     bool timing = false;
     bool count = false;
-    bool all = false; // system classes too
+    bool all = false; // system classes too; counters that stand at 0 too
     std::string nameSpace = "root/KESTA";
     std::string server; // this machine when empty
 };

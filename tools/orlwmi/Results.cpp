@@ -1,6 +1,7 @@
 // Semisynchronous calls: they return at once and are waited for in slices.
 #include "tools/orlwmi/Results.h"
 
+#include "tools/orlwmi/CallWait.h"
 #include "tools/orlwmi/ErrorInfo.h"
 #include "winport/portable/Utf8.h"
 
@@ -30,23 +31,7 @@ CComPtr<IWbemClassObject> GetObjectAt(IWbemServices* services, const std::string
     CComPtr<IWbemCallResult> call;
     Check(services->GetObject(Bstr(path), WBEM_FLAG_RETURN_IMMEDIATELY, nullptr, nullptr, &call), what);
     CComPtr<IWbemClassObject> object;
-    try
-    {
-        HRESULT status = WBEM_S_TIMEDOUT;
-        while (status == WBEM_S_TIMEDOUT)
-        {
-            status = call->GetResultObject(deadline.Slice(), &object);
-        }
-        Check(status, what);
-    }
-    catch (const Failure& failure)
-    {
-        if (SUCCEEDED(failure.Status()))
-        {
-            Abandon(call.Detach());
-        }
-        throw;
-    }
+    AwaitCall(call, deadline, what, [&](LONG slice) { return call->GetResultObject(slice, &object); });
     return object;
 }
 

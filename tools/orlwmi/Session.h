@@ -8,8 +8,14 @@
 #include "tools/orlwmi/Timing.h"
 #include "tools/orlwmi/Wmi.h"
 
+#include <functional>
+#include <string>
+
 namespace orl::client
 {
+
+// Where errors and warnings go, as whole lines.
+using ErrorLines = std::function<void(const std::string&)>;
 
 struct Session
 {
@@ -17,6 +23,7 @@ struct Session
     const Deadline& deadline;
     Output& output;
     Timing& timing;
+    const ErrorLines& errors;
 };
 
 } // namespace orl::client

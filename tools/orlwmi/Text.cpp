@@ -11,6 +11,11 @@ namespace
 constexpr char32_t Replacement = 0xFFFD;
 constexpr char32_t LastCodePoint = 0x10FFFF;
 
+char LowerLetter(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 bool IsSurrogate(char32_t c)
 {
     return c >= 0xD800 && c <= 0xDFFF;
@@ -143,11 +148,17 @@ std::string Printable(std::string_view utf8)
     return out;
 }
 
+std::string Lower(std::string_view text)
+{
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), LowerLetter);
+    return lower;
+}
+
 bool SameName(std::string_view left, std::string_view right)
 {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [lower](char a, char b) { return lower(a) == lower(b); });
+                      [](char a, char b) { return LowerLetter(a) == LowerLetter(b); });
 }
 
 } // namespace orl::client

@@ -27,6 +27,9 @@ void AppendUtf8(std::string& utf8, char32_t codePoint);
 // Columns that the text takes on a terminal: wide East Asian characters and emoji take two, combining ones none.
 [[nodiscard]] size_t DisplayWidth(std::string_view utf8);
 
+// The text with its ASCII letters in lower case.
+[[nodiscard]] std::string Lower(std::string_view text);
+
 // Compares ASCII letters without case, as names of classes and properties are compared.
 [[nodiscard]] bool SameName(std::string_view left, std::string_view right);
 

@@ -32,9 +32,7 @@ Record Describe(IWbemClassObject* definition)
 // Without case, as class names are compared; the names themselves decide between two that only differ in case.
 bool ComesBefore(const Record& left, const Record& right)
 {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::lexicographical_compare(left.className.begin(), left.className.end(), right.className.begin(),
-                                        right.className.end(), [lower](char a, char b) { return lower(a) < lower(b); });
+    return Lower(left.className) < Lower(right.className);
 }
 
 } // namespace

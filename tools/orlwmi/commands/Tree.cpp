@@ -1,75 +1,51 @@
 // tree: the adapters and what belongs to them, in the words of people who look after them.
 #include "tools/orlwmi/commands/Commands.h"
 
-#include "tools/orlwmi/Failure.h"
-#include "tools/orlwmi/FcNames.h"
-#include "tools/orlwmi/Objects.h"
-#include "tools/orlwmi/Results.h"
-#include "tools/orlwmi/Tree.h"
+#include "tools/orlwmi/AdapterChoice.h"
+#include "tools/orlwmi/topology/TopologySource.h"
+#include "tools/orlwmi/topology/TopologyViews.h"
 
 namespace orl::client
 {
 namespace
 {
 
-std::string Joined(const std::string& left, const std::string& right, const char* between)
+void DrawTrees(const Topology& topology, Output& output)
 {
-    return left.empty() || right.empty() ? left + right : left + between + right;
+    for (const auto& adapter : topology)
+    {
+        output.Write(&adapter == &topology.front() ? "" : "\n");
+        DrawTree(output, TreeOf(adapter));
+    }
+    if (topology.empty())
+    {
+        output.Write("No FCoE adapter. Whether the agents can see one: orlwmi doctor\n");
+    }
 }
 
-TreeNode AdapterNode(const Record& hba)
+void WriteRecords(const Topology& topology, Output& output)
 {
-    TreeNode node;
-    const std::string name = TextOf(hba, "Name");
-    const std::string id = TextOf(hba, "DeviceID");
-    node.title = "FCoE adapter " + Joined(id, name == id ? "" : name, "  ");
-    node.facts = {{"state", Joined(TextOf(hba, "LinkStatus"), TextOf(hba, "LinkSpeed"), ", ")},
-                  {"port name", ColonName(TextOf(hba, "WorldWidePortName"))},
-                  {"node name", ColonName(TextOf(hba, "WorldWideNodeName"))},
-                  {"FCID", FcidText(TextOf(hba, "FCID"))},
-                  {"host", TextOf(hba, "HBAName")},
-                  {"model", TextOf(hba, "Model")},
-                  {"bus", TextOf(hba, "BusInformation")}};
-    return node;
-}
-
-// The instances of a class, or none when the namespace does not have it.
-std::vector<Record> InstancesIfAny(const std::string& className, Session& session)
-{
-    std::vector<Record> records;
-    try
+    const auto writer = MakeResultWriter(Format::Json, Shape::Many, output);
+    for (const auto& adapter : topology)
     {
-        Results results = Results::Instances(session.services, className);
-        while (const auto object = results.Next(session.deadline, session.output))
-        {
-            session.timing.CountObject();
-            records.push_back(ReadRecord(object));
-        }
+        writer->Write(RecordOf(adapter));
     }
-    catch (const Failure& failure)
-    {
-        if (failure.Status() != WBEM_E_INVALID_CLASS && failure.Status() != WBEM_E_NOT_FOUND)
-        {
-            throw;
-        }
-    }
-    return records;
+    writer->End();
 }
 
 } // namespace
 
-void RunTree(const Options&, Session& session)
+void RunTree(const Options& options, Session& session)
 {
-    bool first = true;
-    for (const auto& hba : InstancesIfAny("Zarn_FCOEHBA", session))
+    const AdapterChoice choice(options.operands, session);
+    const Topology topology = ReadTopology(choice, session);
+    if (options.format == Format::Json)
     {
-        session.output.Write(first ? "" : "\n");
-        first = false;
-        DrawTree(session.output, AdapterNode(hba));
+        WriteRecords(topology, session.output);
     }
-    if (first)
+    else
     {
-        session.output.Write("No FCoE adapter. Whether the agents can see one: orlwmi doctor\n");
+        DrawTrees(topology, session.output);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "Common/Src/OrlString.h"
 #include "framework/include/CWomClassObject.h"
 #include "framework/include/CWomContext.h"
+#include "provider/PathOf.h"
 #include "provider/Zarn_Fcoe.h"
 
 // What a row's setter is given.
@@ -27,16 +28,6 @@ struct DeviceProperty
 
 namespace orl
 {
-
-template <typename Member>
-struct RecordOf;
-template <typename RecordType, typename ValueType>
-struct RecordOf<ValueType RecordType::*>
-{
-    using Type = RecordType;
-};
-template <auto Member>
-using RecordOfMember = typename RecordOf<decltype(Member)>::Type;
 
 // "0x" and upper-case hexadecimal digits without leading zeros, as addresses are written in this field.
 inline COrlString HexadecimalText(ULONG value)
@@ -92,8 +83,7 @@ constexpr DeviceProperty<orl::RecordOfMember<FirstKey>> ReferenceProperty(const 
 {
     return {name, [](const DevicePropertyCall<orl::RecordOfMember<FirstKey>>& call)
             {
-                CComBSTR path;
-                (call.manager.*Builder)(call.context, call.record.*FirstKey, (call.record.*MoreKeys)..., path.m_str);
-                call.instance.SetProperty(call.name, path);
+                using Path = orl::PathOf<Builder, FirstKey, MoreKeys...>;
+                call.instance.SetProperty(call.name, Path::Make(call.manager, call.context, call.record));
             }};
 }

@@ -1,6 +1,7 @@
 // Requests that begin with an object path: get and delete.
 #include "host/PathRequests.h"
 
+#include "host/EnumRequests.h"
 #include "host/Host.h"
 #include "host/ObjectNames.h"
 #include "host/ProviderAccess.h"
@@ -73,7 +74,7 @@ public:
     CComPtr<ClassObject> Accept(ClassObject& object) override
     {
         const Ref<ObjectBody>& body = object.Body();
-        if (HasAccepted() || !body->IsInstance() || !body->Class().DerivesFrom(*m_wanted.ofClass))
+        if (HasAccepted() || !body->IsInstance() || !IsOfTheClass(*body))
             return nullptr;
         if (!(m_takesEmpty && IsEmpty(*body)) && !MatchesPath(*body, m_wanted.path, m_why))
             return nullptr;
@@ -85,6 +86,11 @@ public:
     const std::wstring& Why() const noexcept { return m_why; }
 
 private:
+    bool IsOfTheClass(const ObjectBody& body) const
+    {
+        return body.Class().DerivesFrom(*m_wanted.ofClass) || BelongsTo(body, *m_wanted.ofClass, true);
+    }
+
     const ResolvedPath& m_wanted;
     const bool m_takesEmpty;
     bool m_hasAccepted = false;

@@ -2,6 +2,13 @@
 
 #include "provider/RegisterCimImplementors.h"
 
+#include "assoc/Zarn_AdapterToHBAAssoc.h"
+#include "assoc/Zarn_FabricToPortAssoc.h"
+#include "assoc/Zarn_HBAToFabricAssoc.h"
+#include "assoc/Zarn_HBAToLunAssoc.h"
+#include "assoc/Zarn_HBAToStatisticsAssoc.h"
+#include "assoc/Zarn_HBAToVLANAssoc.h"
+#include "assoc/Zarn_PortToTargetAssoc.h"
 #include "classes/Zarn_FcoeFabric.h"
 #include "classes/Zarn_FcoeHBA.h"
 #include "classes/Zarn_FcoeLUN.h"
@@ -40,6 +47,13 @@ constexpr Implementor Implementors[] = {
     {L"Zarn_FCoeLUN", &OnFcoeAgent<CZarn_FcoeLUN>},
     {L"Zarn_FCoeVLAN", &OnFcoeAgent<CZarn_FcoeVLAN>},
     {L"Zarn_FCoEStatistics", &OnFcoeAgent<CZarn_FcoeStatistics>},
+    {L"Zarn_FCoE_Adapter_HBA_Assoc", &OnFcoeAgent<CZarn_AdapterToHBAAssocMgr>},
+    {L"Zarn_FCoE_HBA_Fabric_Assoc", &OnFcoeAgent<CZarn_HBAToFabricAssocMgr>},
+    {L"Zarn_FCoE_Fabric_Port_Assoc", &OnFcoeAgent<CZarn_FabricToPortAssocMgr>},
+    {L"Zarn_FCoE_Port_Target_Assoc", &OnFcoeAgent<CZarn_PortToTargetAssocMgr>},
+    {L"Zarn_FCoE_HBA_LUN_Assoc", &OnFcoeAgent<CZarn_HBAToLUNAssocMgr>},
+    {L"Zarn_FCoE_HBA_VLAN_Assoc", &OnFcoeAgent<CZarn_HBAToVLANAssocMgr>},
+    {L"Zarn_FCoE_HBA_Statistics_Assoc", &OnFcoeAgent<CZarn_HbaToStatsAssocMgr>},
 };
 
 bool BindAgents()

@@ -75,6 +75,14 @@ Outcome ManagerTest::Enumerate(CWomClassManagerRoot& manager)
                { return manager.CreateInstanceEnumAsync(context, CComPtr<IWbemObjectSink>(sink.p)); });
 }
 
+Outcome ManagerTest::Query(CWomClassManagerRoot& manager, const wchar_t* text)
+{
+    CWomWQLParser query;
+    query.Parse(text);
+    return Run([&](CWomContext& context)
+               { return manager.ExecQueryAsync(query, context, CComPtr<IWbemObjectSink>(sink.p)); });
+}
+
 Outcome ManagerTest::Delete(CWomClassManagerRoot& manager, const wchar_t* path)
 {
     COrlWmiAutoParsedObjectPath parsed;

@@ -58,6 +58,7 @@ protected:
 
     Outcome Get(CWomClassManagerRoot& manager, const wchar_t* path);
     Outcome Enumerate(CWomClassManagerRoot& manager);
+    Outcome Query(CWomClassManagerRoot& manager, const wchar_t* text);
     Outcome Delete(CWomClassManagerRoot& manager, const wchar_t* path);
     // Updates with an instance that carries nothing.
     Outcome Update(CWomClassManagerRoot& manager);

@@ -123,11 +123,14 @@ TEST_F(StateFiles, AreNotOpenedWhileTheirStampIsOldAndTheSame)
 {
     Put("settings", "1");
     StateFile later(m_path.wstring(), 1s, [] { return StateFile::Clock::now() + 1h; });
+    const auto stamp = StateFile::Clock::now();
+    std::filesystem::last_write_time(m_statePath, stamp); // as finely as the runtime can
     EXPECT_EQ(later.Read()->Section("settings")->text, "1");
-    const auto stamp = std::filesystem::last_write_time(m_statePath);
+    EXPECT_EQ(m_file.Read()->Section("settings")->text, "1");
     {
         // In place, as no writer of ours does it, and with the time put back: nobody can see that without reading.
-        std::fstream(m_statePath) << "{\n\"version\": 1,\n\"settings\": 2";
+        std::fstream(m_statePath, std::ios::in | std::ios::out | std::ios::binary)
+            << "{\n\"version\": 1,\n\"settings\": 2";
         std::filesystem::last_write_time(m_statePath, stamp);
     }
     EXPECT_EQ(later.Read()->Section("settings")->text, "1");

@@ -3,6 +3,7 @@
 #include "Inventories.h"
 
 #include "agentlibs/Text.h"
+#include "agentlibs/fcoelink/WorldWideName.h"
 #include "winport/portable/Utf8.h"
 
 #include <set>
@@ -105,6 +106,49 @@ TEST(Generator, GivesNoTwoThingsOneName)
     EXPECT_EQ(
         Distinct(RecordsOf<ORL_FCOE_STATISTIC>(*inventory, L"fc1"), [](const auto& r) { return r.statistic; }).size(),
         12u);
+}
+
+// Both are computed, not looked up: they have to agree with what the adapters enumerate.
+TEST(Generator, KnowsWhoseEachNameIsAndWhichAddressesAreFree)
+{
+    std::string text = Small;
+    text.insert(1, R"("hbas": [{"deviceId": "eth0", "fcid": "0x010063"}], )");
+    const auto inventory = ReadInventory(text);
+    std::set<std::uint64_t> names;
+    std::set<ULONG> fcids;
+    const auto expect = [&](const COrlString& portName, ULONG fcid, const PortSite& site)
+    {
+        const std::uint64_t name = *ParseWorldWideName(portName);
+        EXPECT_EQ(inventory->SitesOf(name), std::vector<PortSite>{site}) << ToUtf8(portName);
+        names.insert(name);
+        fcids.insert(fcid);
+    };
+    for (std::size_t hba = 1; hba <= 20; ++hba)
+    {
+        std::vector<ORL_FCOE_PORT> ports;
+        inventory->AppendOf(hba, ports);
+        EXPECT_EQ(inventory->PhysicalPorts(hba), 2u);
+        for (std::size_t i = 0; i < ports.size(); ++i)
+            expect(ports[i].portWWN, ports[i].fcid, {i < 2 ? PortSite::Kind::Port : PortSite::Kind::VirtualPort, hba});
+        std::vector<ORL_FCOE_TARGET> targets;
+        inventory->AppendOf(hba, targets);
+        for (const ORL_FCOE_TARGET& target : targets)
+            expect(target.portWWN, target.fcid, {PortSite::Kind::Target, 1});
+    }
+    EXPECT_EQ(names.size(), 20u * 5 + 4);
+    for (const std::uint64_t name : names)
+    {
+        for (int bit = 0; bit < 64; ++bit)
+        {
+            const std::uint64_t near = name ^ std::uint64_t{1} << bit;
+            EXPECT_EQ(inventory->SitesOf(near).empty(), !names.contains(near)) << ToUtf8(FormatWorldWideName(near));
+        }
+    }
+    for (ULONG fcid = 0x00FFFF; fcid < 0x010070; ++fcid)
+        EXPECT_EQ(inventory->FreeFcid(fcid) == fcid, !fcids.contains(fcid)) << fcid;
+    EXPECT_EQ(inventory->FreeFcid(0x010000), 0x010064u) << "behind the generated ones, the last of which eth0 has too";
+    EXPECT_EQ(inventory->FreeFcid(0xEF0001), 0xEF0004u) << "behind the targets";
+    EXPECT_EQ(inventory->FreeFcid(0xFFFF00), 0u);
 }
 
 TEST(Generator, TiesItsRecordsTogether)

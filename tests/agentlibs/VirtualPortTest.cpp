@@ -2,6 +2,7 @@
 
 #include "VirtualPorts.h"
 
+#include "agentlibs/fcoelink/FcoeAgent.h"
 #include "agentlibs/inventory/VirtualPortActions.h"
 #include "tests/common/FailingNew.h"
 
@@ -386,6 +387,39 @@ TEST_F(VirtualPorts, OfADamagedStateAreAnErrorAndNothingIsWrittenOver)
     std::vector<ORL_FCOE_HBA> hbas;
     EXPECT_TRUE(backend->EnumerateHBAs(L"", hbas, m_status)) << "which nobody can change";
     EXPECT_EQ(hbas.size(), 3u);
+}
+
+TEST_F(VirtualPorts, ThatAreRefusedAreWarnedOfByTheAgent)
+{
+    FcoeAgent agent(Backend(San));
+    COrlString name = L"2000525400fc0001";
+    EXPECT_FALSE(agent.CreateVirtualPort(L"eth0", name, m_warnings, m_status));
+    ASSERT_EQ(m_warnings.size(), 1u);
+    EXPECT_EQ(m_warnings[0].ulKind, WarningMessageObj::KindError);
+    EXPECT_EQ(ToUtf8(m_warnings[0].strMessage),
+              ToUtf8(m_path.wstring()) + ": 2000525400fc0001 is already a physical port of \"eth0\"");
+    EXPECT_EQ(m_status.ulErrCode, static_cast<ULONG>(ERROR_ALREADY_EXISTS));
+    EXPECT_EQ(name, L"2000525400fc0001");
+
+    m_warnings.clear();
+    m_status = {};
+    name.clear();
+    EXPECT_TRUE(agent.CreateVirtualPort(L"eth0", name, m_warnings, m_status));
+    EXPECT_EQ(name, L"2102525400fc0001");
+    EXPECT_TRUE(agent.DeleteVirtualPort(L"eth0", name, m_warnings, m_status));
+    EXPECT_TRUE(m_warnings.empty());
+    EXPECT_EQ(m_status.ulErrCode, 0u);
+}
+
+TEST_F(VirtualPorts, MeetTheirFaultsBeforeAnythingElse)
+{
+    const auto backend = Backend(R"({"hbas": [{"deviceId": "eth0"}], "faults": [
+        {"operation": "*", "effect": "fail", "code": 21, "text": "not ready"}]})");
+    EXPECT_EQ(Create(*backend, L"unknown", L"no name"), "not ready");
+    EXPECT_EQ(Delete(*backend, L"unknown", L"no name"), "not ready");
+    EXPECT_EQ(Generate(*backend, L"unknown"), "not ready");
+    EXPECT_EQ(ErrorOf([&] { return backend->Uninstall(m_status); }), "not ready");
+    EXPECT_EQ(Beside(), std::set<std::string>{"san.json"});
 }
 
 TEST_F(VirtualPorts, AreFoundTakenByFormulaInALargeSan)

@@ -154,8 +154,10 @@ std::optional<StateDisk::Stamp> StateDisk::Look() const
     Stamp stamp;
     stamp.size = static_cast<std::uint64_t>(status.st_size);
     stamp.id = status.st_ino;
-    stamp.written = std::filesystem::file_time_type(std::chrono::file_clock::from_sys(std::chrono::sys_time(
-        std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec))));
+    const std::chrono::nanoseconds since1970 =
+        std::chrono::seconds(status.st_mtim.tv_sec) + std::chrono::nanoseconds(status.st_mtim.tv_nsec);
+    stamp.written = std::filesystem::file_time_type(
+        std::chrono::file_clock::from_sys(std::chrono::sys_time<std::chrono::nanoseconds>(since1970)));
     return stamp;
 }
 

@@ -44,10 +44,14 @@ ULONG ErrorCode(int error)
     }
 }
 
+std::wstring Refusal(const std::wstring& where, const std::wstring& what, int error)
+{
+    return where + L": the kernel refused " + what + L": " + Wide(std::generic_category().message(error));
+}
+
 [[noreturn]] void ThrowRefused(const std::wstring& where, const std::wstring& what, int error)
 {
-    throw BackendError(ErrorCode(error),
-                       where + L": the kernel refused " + what + L": " + Wide(std::generic_category().message(error)));
+    throw BackendError(ErrorCode(error), Refusal(where, what, error));
 }
 
 Controller FindController(const Tree& tree, const std::wstring& action, const std::wstring& deviceId)
@@ -92,6 +96,16 @@ Dir FindVirtualPort(const Controller& controller, std::uint64_t portName)
                                found = port;
                        });
     return found;
+}
+
+// Which port of the HBA has this name; empty when none has.
+std::wstring HolderOf(const Controller& controller, std::uint64_t portName)
+{
+    if (NameIn(controller.host.fc, "port_name") == portName)
+        return L"the adapter's own port";
+    if (FindVirtualPort(controller, portName))
+        return L"a virtual port that is there already";
+    return {};
 }
 
 // What vport_create and vport_delete take.
@@ -141,18 +155,20 @@ void CreateVirtualPort(const Tree& tree, const std::wstring& deviceId, COrlStrin
     const std::wstring where = At(action, controller);
     const std::wstring name = FormatWorldWideName(portName);
 
-    // The kernel answers these with a bare "invalid argument".
-    if (NameIn(controller.host.fc, "port_name") == portName)
-        throw BackendError(ERROR_ALREADY_EXISTS, where + L": " + name + L" is the adapter's own port");
-    if (FindVirtualPort(controller, portName))
-        throw BackendError(ERROR_ALREADY_EXISTS, where + L": there is a virtual port " + name + L" already");
     const std::uint64_t nodeName = NameIn(controller.host.fc, "node_name");
     if (nodeName == 0)
         throw BackendError(ERROR_INVALID_DATA, where + L": the adapter tells no node name for the port");
 
-    if (const int error = controller.host.fc.Write("vport_create", PortAndNode(portName, nodeName)))
+    // The kernel decides, for others may be creating ports too; what it answers to a name that is taken says nothing.
+    const std::wstring holder = HolderOf(controller, portName);
+    const int error = controller.host.fc.Write("vport_create", PortAndNode(portName, nodeName));
+    if (error == EINVAL && !holder.empty())
+        throw BackendError(ERROR_ALREADY_EXISTS, Refusal(where, name, error) + L": it is the name of " + holder);
+    if (error != 0)
         ThrowRefused(where, name, error);
     worldWidePortName = name;
+    if (!holder.empty())
+        Advise(warnings, where + L": the kernel took " + name + L", which is the name of " + holder);
     if (!FindVirtualPort(controller, portName))
         Advise(warnings, where + L": the kernel took " + name + L", but shows no such port");
 }

@@ -9,6 +9,9 @@
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace orl
 {
 namespace
@@ -99,14 +102,35 @@ TEST_F(SysfsActions, CreateRefusesWhatIsNoName)
     EXPECT_EQ(m_tree.Read(Fc + "vport_create"), "");
 }
 
-TEST_F(SysfsActions, CreateRefusesANameThatIsTaken)
+TEST_F(SysfsActions, TheKernelsRefusalOfANameThatIsTakenIsExplained)
 {
     AddVirtualPort(m_tree, "eth0", 0, 1, 7);
+    // What is no regular file answers as the kernel does: invalid argument. A FIFO opens once it has a reader.
+    m_tree.Remove(Fc + "vport_create");
+    m_tree.Fifo(Fc + "vport_create");
+    const int reader = open(m_tree.At(Fc + "vport_create").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    ASSERT_GE(reader, 0);
+    const std::string where = "CreateVirtualPort on eth0: the kernel refused ";
     EXPECT_EQ(Create(L"eth0", L"2000525400fc0000"),
-              "183: CreateVirtualPort on eth0: 2000525400fc0000 is the adapter's own port");
+              "183: " + where + "2000525400fc0000: Invalid argument: it is the name of the adapter's own port");
     EXPECT_EQ(Create(L"eth0", L"0x2101525400FC0000"),
-              "183: CreateVirtualPort on eth0: there is a virtual port 2101525400fc0000 already");
-    EXPECT_EQ(m_tree.Read(Fc + "vport_create"), "");
+              "183: " + where +
+                  "2101525400fc0000: Invalid argument: it is the name of a virtual port that is there already");
+    EXPECT_EQ(Create(L"eth0", L"2102525400fc0000"), "87: " + where + "2102525400fc0000: Invalid argument")
+        << "a name that is free is refused for another reason";
+    close(reader);
+    EXPECT_TRUE(m_warnings.empty());
+}
+
+TEST_F(SysfsActions, ANameThatIsTakenIsLeftToTheKernel)
+{
+    AddVirtualPort(m_tree, "eth0", 0, 1, 7);
+    EXPECT_EQ(Create(L"eth0", L"2101525400fc0000"), "");
+    EXPECT_EQ(m_tree.Read(Fc + "vport_create"), "2101525400fc0000:1000525400fc00aa");
+    ASSERT_EQ(m_warnings.size(), 1u);
+    EXPECT_NE(m_warnings[0].ulKind, WarningMessageObj::KindError);
+    EXPECT_EQ(m_warnings[0].strMessage, L"CreateVirtualPort on eth0: the kernel took 2101525400fc0000, which is the "
+                                        L"name of a virtual port that is there already");
 }
 
 TEST_F(SysfsActions, AnActionNeedsAnHbaThatIsThere)
@@ -125,7 +149,6 @@ TEST_F(SysfsActions, TheKernelsRefusalIsToldInItsWords)
     m_tree.Remove(Fc + "vport_create");
     EXPECT_EQ(Create(L"eth0", L"2101525400fc0000"),
               "55: CreateVirtualPort on eth0: the kernel refused 2101525400fc0000: No such file or directory");
-    // A full device stands for a kernel that refuses the write itself.
     m_tree.Folder(Fc + "vport_create");
     EXPECT_EQ(Create(L"eth0", L"2101525400fc0000"),
               "31: CreateVirtualPort on eth0: the kernel refused 2101525400fc0000: Is a directory");

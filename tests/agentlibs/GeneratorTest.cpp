@@ -140,8 +140,9 @@ TEST(Generator, KnowsWhoseEachNameIsAndWhichAddressesAreFree)
     {
         for (int bit = 0; bit < 64; ++bit)
         {
-            const std::uint64_t near = name ^ std::uint64_t{1} << bit;
-            EXPECT_EQ(inventory->SitesOf(near).empty(), !names.contains(near)) << ToUtf8(FormatWorldWideName(near));
+            const std::uint64_t neighbour = name ^ std::uint64_t{1} << bit;
+            EXPECT_EQ(inventory->SitesOf(neighbour).empty(), !names.contains(neighbour))
+                << ToUtf8(FormatWorldWideName(neighbour));
         }
     }
     for (ULONG fcid = 0x00FFFF; fcid < 0x010070; ++fcid)

@@ -16,9 +16,9 @@
 #pragma once
 
 #include "Common/Src/OrlDebug.h"
-#include "framework/include/CWomProviderException.h"
 #include "provider/FixedText.h"
 #include "provider/PathOf.h"
+#include "provider/Refusals.h"
 #include "provider/Zarn_Fcoe.h"
 
 #include <vector>
@@ -85,14 +85,12 @@ public:
     {
         static constexpr auto name = Class::Manager + FixedText(L"::GetObjectAsync");
         const COrlTraceScope scope(name.text);
-        const COrlWmiNamedValue* antecedentKey = path.GetKeyRef(L"Antecedent");
-        const COrlWmiNamedValue* dependentKey = path.GetKeyRef(L"Dependent");
-        if (antecedentKey == nullptr || dependentKey == nullptr)
-            throw CWomProviderException(context, 0x8004090F, path.PathText(), WBEM_E_NOT_FOUND,
-                                        Class::Failures.sourceName, Class::Failures.pathLine);
-        COrlWmiAutoParsedObjectPath antecedent = ParsedPath(*antecedentKey);
+        constexpr orl::SourceLine pathSource{Class::Failures.sourceName, Class::Failures.pathLine};
+        const COrlWmiNamedValue& antecedentKey = orl::RequireKey(path, L"Antecedent", context, pathSource);
+        const COrlWmiNamedValue& dependentKey = orl::RequireKey(path, L"Dependent", context, pathSource);
+        COrlWmiAutoParsedObjectPath antecedent = ParsedPath(antecedentKey);
         const COrlString deviceId = GetDeviceIdFromPath(antecedent, context);
-        const Filter filter = Class::FromKeys(*this, antecedent, *dependentKey, context);
+        const Filter filter = Class::FromKeys(*this, antecedent, dependentKey, context);
         return AskAndSend(deviceId, filter, context, sink);
     }
 
@@ -114,8 +112,8 @@ protected:
         CResult status = AgentStatus(context);
         std::vector<Record> records;
         if (!(Agent()->*Class::Enumerate)(deviceId, records, status))
-            throw CWomProviderException(context, 0x8004091A, CComBSTR(Class::Failures.agentText), WBEM_E_NOT_FOUND,
-                                        Class::Failures.sourceName, Class::Failures.agentLine);
+            orl::RefuseEnumeration(context, Class::Failures.agentText,
+                                   {Class::Failures.sourceName, Class::Failures.agentLine});
         for (const Record& record : records)
         {
             if (Class::Admits(filter, record))

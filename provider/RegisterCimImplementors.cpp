@@ -19,6 +19,10 @@
 #include "Common/Src/OrlDebug.h"
 #include "com/OrlAtl.h"
 #include "provider/Agents.h"
+#include "settings/KfgSettingEnumMgr.h"
+#include "settings/KfgSettingIntMgr.h"
+#include "settings/Zarn_FCOESettingMgr.h"
+#include "settings/Zarn_HBAToSettingAssocMgr.h"
 
 #include <memory>
 
@@ -38,6 +42,12 @@ std::unique_ptr<CWomClassManagerRoot> OnFcoeAgent()
     return std::make_unique<Manager>(orl::g_fcoeAgent);
 }
 
+template <typename Manager>
+std::unique_ptr<CWomClassManagerRoot> OnBothAgents()
+{
+    return std::make_unique<Manager>(orl::g_fcoeAgent, orl::g_adapterAgent);
+}
+
 // In the order of registration.
 constexpr Implementor Implementors[] = {
     {L"Zarn_FCOEHBA", &OnFcoeAgent<CZarn_FcoeHBA>},
@@ -47,7 +57,11 @@ constexpr Implementor Implementors[] = {
     {L"Zarn_FCoeLUN", &OnFcoeAgent<CZarn_FcoeLUN>},
     {L"Zarn_FCoeVLAN", &OnFcoeAgent<CZarn_FcoeVLAN>},
     {L"Zarn_FCoEStatistics", &OnFcoeAgent<CZarn_FcoeStatistics>},
+    {L"Zarn_FCoeSetting", &OnBothAgents<CZarn_FCOESettingMgr>},
+    {L"Zarn_FCOESettingEnum", &OnBothAgents<CKfgSettingEnumMgr>},
+    {L"Zarn_FCOESettingInt", &OnBothAgents<CKfgSettingIntMgr>},
     {L"Zarn_FCoE_Adapter_HBA_Assoc", &OnFcoeAgent<CZarn_AdapterToHBAAssocMgr>},
+    {L"Zarn_FCoE_HBA_Setting_Assoc", &OnBothAgents<CZarn_FcoeHBAToSettingAssocMgr>},
     {L"Zarn_FCoE_HBA_Fabric_Assoc", &OnFcoeAgent<CZarn_HBAToFabricAssocMgr>},
     {L"Zarn_FCoE_Fabric_Port_Assoc", &OnFcoeAgent<CZarn_FabricToPortAssocMgr>},
     {L"Zarn_FCoE_Port_Target_Assoc", &OnFcoeAgent<CZarn_PortToTargetAssocMgr>},

@@ -3,55 +3,23 @@
 #include "provider/Zarn_Fcoe.h"
 
 #include "Common/Src/OrlDebug.h"
-#include "framework/include/CWomProviderException.h"
 #include "framework/include/OrlWmiAppendSystemKeys.h"
-
-#include <cstdarg>
-#include <cwchar>
+#include "provider/PathText.h"
+#include "provider/Refusals.h"
 
 namespace
 {
 
-// The framework knows every error of a key that a path lacks by this code.
-constexpr ULONG MissingKeyCode = 0x8004090F;
+using orl::FormatPath;
+using orl::RequireKey;
+using orl::SourceLine;
+using orl::StorePath;
+
 // Where the missing keys are reported from; tools tell the readers apart by the line.
 constexpr wchar_t SourceName[] = L"Src\\Zarn_FCOE";
-constexpr int DeviceIdLine = 260;
-constexpr int TextKeyLine = 288;
-constexpr int IntKeyLine = 321;
-
-constexpr std::size_t PathCapacity = 5000;
-
-const COrlWmiNamedValue& RequireKey(const COrlWmiAutoParsedObjectPath& path, const COrlWmiNamedValue* key,
-                                    const CWomContext& context, int line)
-{
-    if (key == nullptr)
-    {
-        throw CWomProviderException(context, MissingKeyCode, path.PathText(), WBEM_E_NOT_FOUND, SourceName, line,
-                                    COrlString(), std::vector<CComBSTR>());
-    }
-    return *key;
-}
-
-// Bounded: what does not fit is cut.
-COrlString FormatPath(const wchar_t* format, ...)
-{
-    wchar_t buffer[PathCapacity];
-    va_list arguments;
-    va_start(arguments, format);
-    const int length = _vsnwprintf(buffer, PathCapacity - 1, format, arguments);
-    va_end(arguments);
-    buffer[length < 0 ? PathCapacity - 1 : static_cast<std::size_t>(length)] = L'\0';
-    return COrlString(static_cast<const wchar_t*>(buffer));
-}
-
-// Puts a new BSTR in place of the one that `path` holds.
-void StorePath(BSTR& path, const COrlString& text)
-{
-    CComBSTR made(static_cast<int>(text.Length()), text.c_str());
-    SysFreeString(path);
-    path = made.Detach();
-}
+constexpr SourceLine DeviceIdSource{SourceName, 260};
+constexpr SourceLine TextKeySource{SourceName, 288};
+constexpr SourceLine IntKeySource{SourceName, 321};
 
 constexpr wchar_t OneTextKey[] = L"%s.%s=\"%s\"";
 constexpr wchar_t TwoTextKeys[] = L"%s.%s=\"%s\",%s=\"%s\"";
@@ -76,13 +44,13 @@ COrlString CZarn_Fcoe::GetDeviceIdFromPath(COrlWmiAutoParsedObjectPath& path, CW
 {
     COrlTraceScope scope(L"CZarn_Fcoe::GetDeviceIdFromPath");
     // A path with a single key may leave the key's name out; it is this one then.
-    return RequireKey(path, path.GetKeyRef(L"DeviceID", true), context, DeviceIdLine).Text();
+    return RequireKey(path, L"DeviceID", context, DeviceIdSource, true).Text();
 }
 
 COrlString CZarn_Fcoe::GetKeyFromPath(COrlWmiAutoParsedObjectPath& path, const wchar_t* key, CWomContext& context) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::GetKeyFromPath");
-    const CComVariant& value = RequireKey(path, path.GetKeyRef(key), context, TextKeyLine).value;
+    const CComVariant& value = RequireKey(path, key, context, TextKeySource).value;
     return value.vt == VT_BSTR && value.bstrVal != nullptr ? COrlString(static_cast<const wchar_t*>(value.bstrVal))
                                                            : COrlString();
 }
@@ -90,7 +58,7 @@ COrlString CZarn_Fcoe::GetKeyFromPath(COrlWmiAutoParsedObjectPath& path, const w
 LONG CZarn_Fcoe::GetIntKeyFromPath(COrlWmiAutoParsedObjectPath& path, const wchar_t* key, CWomContext& context) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::GetIntKeyFromPath");
-    const CComVariant& value = RequireKey(path, path.GetKeyRef(key), context, IntKeyLine).value;
+    const CComVariant& value = RequireKey(path, key, context, IntKeySource).value;
     return value.vt == VT_I4 ? value.lVal : 0;
 }
 

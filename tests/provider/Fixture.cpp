@@ -31,7 +31,12 @@ void ExpectRefusal(const std::function<void()>& request, const ExpectedRefusal& 
         EXPECT_EQ(refusal.Line(), expected.line);
         EXPECT_TRUE(refusal.ExtraText().empty());
         EXPECT_TRUE(refusal.Inserts().empty());
-        EXPECT_EQ(refusal.Result(), nullptr);
+        ASSERT_EQ(refusal.Result() != nullptr, expected.result.has_value());
+        if (expected.result)
+        {
+            EXPECT_EQ(refusal.Result()->ulErrCode, expected.result->ulErrCode);
+            EXPECT_EQ(refusal.Result()->ulReserved, expected.result->ulReserved);
+        }
     }
 }
 
@@ -51,6 +56,7 @@ Outcome ManagerTest::Run(const std::function<HRESULT(CWomContext&)>& request)
     CWomContext context(services);
     context.ulSuppressProperties = suppressProperties;
     context.ulOmitSystemKeys = omitSystemKeys;
+    context.ulDisplayValueUnsupported = displayValueUnsupported;
     context.ulStatus = status;
     Outcome outcome;
     const std::size_t before = sink->Objects().size();
@@ -91,33 +97,39 @@ Outcome ManagerTest::Delete(CWomClassManagerRoot& manager, const wchar_t* path)
                { return manager.DeleteInstanceAsync(parsed, context, CComPtr<IWbemObjectSink>(sink.p)); });
 }
 
-Outcome ManagerTest::Update(CWomClassManagerRoot& manager)
+Outcome ManagerTest::Update(CWomClassManagerRoot& manager, IWbemClassObject* instance)
 {
     return Run(
         [&](CWomContext& context)
         {
-            CWomClassObject nothing(context);
-            return manager.UpdateInstanceAsync(nothing, context, 0, CComPtr<IWbemObjectSink>(sink.p));
+            CWomClassObject written(context, instance);
+            return manager.UpdateInstanceAsync(written, context, 0, CComPtr<IWbemObjectSink>(sink.p));
+        });
+}
+
+Outcome ManagerTest::Call(CWomClassManagerRoot& manager, const wchar_t* path, const wchar_t* method,
+                          IWbemClassObject* in, IWbemClassObject* out)
+{
+    COrlWmiAutoParsedObjectPath parsed;
+    EXPECT_EQ(parsed.Parse(path), WBEM_S_NO_ERROR) << Narrow(path);
+    return Run(
+        [&](CWomContext& context)
+        {
+            CWomClassObject inParameters(context, in);
+            CWomClassObject outParameters(context, out);
+            return manager.ExecMethodAsync(parsed, method, context, inParameters, outParameters,
+                                           CComPtr<IWbemObjectSink>(sink.p));
         });
 }
 
 Outcome ManagerTest::Call(CWomClassManagerRoot& manager, const wchar_t* path, const wchar_t* method,
                           const FakeClassPtr& out, const FakeParameters& in)
 {
-    COrlWmiAutoParsedObjectPath parsed;
-    EXPECT_EQ(parsed.Parse(path), WBEM_S_NO_ERROR) << Narrow(path);
     const auto given = MakeObject<FakeClassObject>(MakeFakeClass(L"__PARAMETERS"));
     for (const auto& [name, value] : in)
         given->Preset(name, CComVariant(value));
     const auto set = MakeObject<FakeClassObject>(out);
-    Outcome outcome = Run(
-        [&](CWomContext& context)
-        {
-            CWomClassObject inParameters(context, given);
-            CWomClassObject outParameters(context, set);
-            return manager.ExecMethodAsync(parsed, method, context, inParameters, outParameters,
-                                           CComPtr<IWbemObjectSink>(sink.p));
-        });
+    Outcome outcome = Call(manager, path, method, given, set);
     EXPECT_TRUE(outcome.instances.empty()) << "out-parameters are the framework's to send";
     outcome.instances.push_back(set->Puts());
     return outcome;

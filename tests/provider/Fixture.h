@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -40,6 +41,8 @@ struct ExpectedRefusal
     ULONG wbemStatus;
     std::wstring sourceName;
     int line;
+    // The agent's record that the exception was made from, if it was.
+    std::optional<CResult> result = {};
 };
 
 // Runs what must throw and compares all that the exception carries.
@@ -60,8 +63,11 @@ protected:
     Outcome Enumerate(CWomClassManagerRoot& manager);
     Outcome Query(CWomClassManagerRoot& manager, const wchar_t* text);
     Outcome Delete(CWomClassManagerRoot& manager, const wchar_t* path);
-    // Updates with an instance that carries nothing.
-    Outcome Update(CWomClassManagerRoot& manager);
+    // Without an instance the update carries nothing.
+    Outcome Update(CWomClassManagerRoot& manager, IWbemClassObject* instance = nullptr);
+    // Either of the parameters may be null.
+    Outcome Call(CWomClassManagerRoot& manager, const wchar_t* path, const wchar_t* method, IWbemClassObject* in,
+                 IWbemClassObject* out);
     // The out-parameters take what `out` declares; what is set in them is the outcome's only "instance".
     Outcome Call(CWomClassManagerRoot& manager, const wchar_t* path, const wchar_t* method, const FakeClassPtr& out,
                  const FakeParameters& in = {});
@@ -76,9 +82,10 @@ protected:
     // The flags of the request to come.
     ULONG suppressProperties = 0;
     ULONG omitSystemKeys = 1;
+    ULONG displayValueUnsupported = 0;
     ULONG status = 0;
 
-private:
+    // Runs a request with those flags.
     Outcome Run(const std::function<HRESULT(CWomContext&)>& request);
 };
 

@@ -68,7 +68,8 @@ TEST_F(Registration, HandsOverTheManagersInTheirOrder)
     EXPECT_EQ(implementors.names,
               (std::vector<std::wstring>{
                   L"Zarn_FCOEHBA", L"Zarn_FCoEFabric", L"Zarn_FCoEPort", L"Zarn_FcoeTarget", L"Zarn_FCoeLUN",
-                  L"Zarn_FCoeVLAN", L"Zarn_FCoEStatistics", L"Zarn_FCoE_Adapter_HBA_Assoc",
+                  L"Zarn_FCoeVLAN", L"Zarn_FCoEStatistics", L"Zarn_FCoeSetting", L"Zarn_FCOESettingEnum",
+                  L"Zarn_FCOESettingInt", L"Zarn_FCoE_Adapter_HBA_Assoc", L"Zarn_FCoE_HBA_Setting_Assoc",
                   L"Zarn_FCoE_HBA_Fabric_Assoc", L"Zarn_FCoE_Fabric_Port_Assoc", L"Zarn_FCoE_Port_Target_Assoc",
                   L"Zarn_FCoE_HBA_LUN_Assoc", L"Zarn_FCoE_HBA_VLAN_Assoc", L"Zarn_FCoE_HBA_Statistics_Assoc"}));
     for (std::size_t i = 0; i < implementors.managers.size(); ++i)

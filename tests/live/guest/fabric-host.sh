@@ -115,7 +115,7 @@ wait_for 40 targets_online # a blocked rport refuses a new dev_loss_tmo
 say "cable of eth1 out"
 for r in /sys/class/fc_remote_ports/rport-*; do w $r/dev_loss_tmo 15; done
 # whoever asks at stage linkdown is to find eth1's ports still blocked
-if quick; then for r in /sys/class/fc_remote_ports/rport-${H1#host}:*; do w $r/dev_loss_tmo 30; done; fi
+if quick; then for r in /sys/class/fc_remote_ports/rport-${H1#host}:*; do w $r/dev_loss_tmo 25; done; fi
 cable eth1 nic1 off
 sleep 2
 run grep -s . /sys/class/net/eth1/carrier /sys/class/net/eth1/operstate /sys/class/fc_host/*/port_state /sys/class/fc_remote_ports/*/port_state /sys/bus/fcoe/devices/fcf_*/state

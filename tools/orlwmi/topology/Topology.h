@@ -75,7 +75,7 @@ struct Vlan
 {
     std::string id; // "0" when the frames carry no tag
     std::string name;
-    std::string interface;
+    std::string interfaceName;
     std::string status;
     bool isDisabled = false; // FCoE is switched off on it
 };

@@ -95,7 +95,7 @@ Record VlanRecord(const Vlan& vlan)
 {
     Record record;
     record.properties = {
-        {"VlanID", NumberOf(vlan.id)}, {"Name", vlan.name}, {"VLANName", vlan.interface}, {"Status", vlan.status}};
+        {"VlanID", NumberOf(vlan.id)}, {"Name", vlan.name}, {"VLANName", vlan.interfaceName}, {"Status", vlan.status}};
     return record;
 }
 

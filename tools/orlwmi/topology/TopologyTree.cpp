@@ -64,7 +64,7 @@ std::vector<TreeNode> Leaves(const std::vector<std::vector<std::string>>& rows, 
 TreeNode VlanNode(const Vlan& vlan)
 {
     const std::string title = vlan.id == "0" ? "untagged" : "VLAN " + vlan.id;
-    return {Joined(Joined(title, vlan.interface, " on "), Lower(vlan.status), ": "), {}, {}};
+    return {Joined(Joined(title, vlan.interfaceName, " on "), Lower(vlan.status), ": "), {}, {}};
 }
 
 TreeNode FabricNode(const Fabric& fabric, const Adapter& adapter)

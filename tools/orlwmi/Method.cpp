@@ -52,8 +52,24 @@ std::vector<std::string> ParametersOf(const Method& method)
     return names;
 }
 
-// The parameter as the method declares it, with its type.
-std::pair<std::string, LONG> Declared(const Method& method, const std::string& name)
+// A parameter with all the values that the command line gives it.
+struct Given
+{
+    std::string name; // as the method declares it
+    LONG type = CIM_EMPTY;
+    std::vector<std::string> values;
+};
+
+// The values of a parameter among those that are given already, or of a new one.
+std::vector<std::string>& ValuesOf(std::vector<Given>& given, const Given& parameter)
+{
+    const auto known = std::find_if(given.begin(), given.end(),
+                                    [&parameter](const Given& other) { return other.name == parameter.name; });
+    return known == given.end() ? given.emplace_back(parameter).values : known->values;
+}
+
+// The parameter as the method declares it, without values.
+Given Declared(const Method& method, const std::string& name)
 {
     const auto known = ParametersOf(method);
     const auto found =
@@ -67,7 +83,7 @@ std::pair<std::string, LONG> Declared(const Method& method, const std::string& n
     CIMTYPE type = CIM_EMPTY;
     Check(method.in->Get(FromUtf8(*found).c_str(), 0, &value, &type, nullptr),
           "cannot read the parameter " + name + " of " + method.name);
-    return {*found, type};
+    return {*found, type, {}};
 }
 
 } // namespace
@@ -99,23 +115,10 @@ CComPtr<IWbemClassObject> MakeInParameters(const Method& method,
         }
         return nullptr;
     }
-    // Each name once, with all its values.
-    struct Given
-    {
-        std::string name;
-        LONG type;
-        std::vector<std::string> values;
-    };
     std::vector<Given> given;
     for (const auto& [name, value] : parameters)
     {
-        const auto [declared, type] = Declared(method, name);
-        auto known = std::find_if(given.begin(), given.end(), [&](const Given& g) { return g.name == declared; });
-        if (known == given.end())
-        {
-            known = given.insert(known, Given{declared, type, {}});
-        }
-        known->values.push_back(value);
+        ValuesOf(given, Declared(method, name)).push_back(value);
     }
     const std::string what = "cannot set the parameters of " + method.name;
     CComPtr<IWbemClassObject> in;

@@ -169,7 +169,7 @@ void CreateVirtualPort(const Tree& tree, const std::wstring& deviceId, COrlStrin
     worldWidePortName = name;
     if (!holder.empty())
         Advise(warnings, where + L": the kernel took " + name + L", which is the name of " + holder);
-    if (!FindVirtualPort(controller, portName))
+    else if (!FindVirtualPort(controller, portName))
         Advise(warnings, where + L": the kernel took " + name + L", but shows no such port");
 }
 

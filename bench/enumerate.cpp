@@ -4,90 +4,21 @@
 //
 // "peak_MB" is the process's peak memory during that benchmark alone.
 
+#include "bench/San.h"
+
 #include "agent/OrlFcoeAgentIntf.h"
-#include "Common/Src/ModuleTrace.h"
-#include "com/OrlAtl.h"
-#include "com/OrlCom.h"
 
 #include <benchmark/benchmark.h>
 #include <wbemidl.h>
 
-#include <atomic>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string>
 
-ORL_MODULE_TRACE_OFF;
-
 namespace
 {
 
-namespace fs = std::filesystem;
-
-// How many of each kind the inventory is to hold.
-struct San
-{
-    std::size_t hbas;
-    std::size_t targetsPerHba;
-    std::size_t lunsPerTarget;
-};
-
-fs::path WorkFolder()
-{
-    return fs::canonical("/proc/self/exe").parent_path().parent_path() / "bench" / "enumerate";
-}
-
-// The agent notices that its file has changed.
-void WriteInventory(const San& san)
-{
-    const fs::path file = WorkFolder() / "inventory.json";
-    const fs::path next = WorkFolder() / "inventory.new";
-    std::ofstream(next) << R"({"generate": {"seed": 1, "hbas": )" << san.hbas << R"(, "targetsPerHba": )"
-                        << san.targetsPerHba << R"(, "lunsPerTarget": )" << san.lunsPerTarget << "}}\n";
-    fs::rename(next, file);
-}
-
-fs::path MakeRegistry()
-{
-    const fs::path bin = fs::canonical("/proc/self/exe").parent_path();
-    const fs::path work = WorkFolder();
-    fs::create_directories(work);
-    WriteInventory({1, 1, 1});
-    const fs::path registry = work / "registry.reg";
-    const std::string command = "'" ORL_SOURCE_DIR "/tools/make-registry' --bin '" + bin.string() + "' --schema '" +
-                                (bin.parent_path() / "schema").string() + "' --backend inventory --inventory '" +
-                                (work / "inventory.json").string() + "' '" + registry.string() + "'";
-    if (std::system(command.c_str()) != 0) // NOLINT(cert-env33-c): a fixed script of this repository
-        throw std::runtime_error("the registry could not be written");
-    return registry;
-}
-
-void Require(HRESULT hr, const char* what)
-{
-    if (FAILED(hr))
-        throw std::runtime_error(std::string(what) + " failed");
-}
-
-class CountingSink final : public orl::ComObject<IWbemObjectSink>
-{
-public:
-    std::size_t count = 0;
-    std::atomic<HRESULT> status = WBEM_S_PENDING; // set by the host's thread
-
-    HRESULT STDMETHODCALLTYPE Indicate(LONG objects, IWbemClassObject**) override
-    {
-        count += static_cast<std::size_t>(objects);
-        return WBEM_S_NO_ERROR;
-    }
-    HRESULT STDMETHODCALLTYPE SetStatus(LONG flags, HRESULT result, BSTR, IWbemClassObject*) override
-    {
-        if (flags == WBEM_STATUS_COMPLETE)
-            status = result;
-        return WBEM_S_NO_ERROR;
-    }
-};
+using namespace orl::bench;
 
 // Peak memory since ForgetPeak, as proc(5) has it.
 void ForgetPeak()
@@ -171,18 +102,6 @@ void CopyRecords(benchmark::State& state)
     TellWhatItTook(state, count);
 }
 
-CComPtr<IWbemServices> Connect()
-{
-    CComPtr<IWbemLocator> locator;
-    Require(CoCreateInstance(CLSID_WbemLocator, nullptr, CLSCTX_INPROC_SERVER, IID_IWbemLocator,
-                             reinterpret_cast<void**>(&locator)),
-            "CoCreateInstance of the locator");
-    CComPtr<IWbemServices> services;
-    Require(locator->ConnectServer(CComBSTR(L"root\\KESTA"), nullptr, nullptr, nullptr, 0, nullptr, nullptr, &services),
-            "ConnectServer");
-    return services;
-}
-
 template <typename Kind>
 void ThroughServices(benchmark::State& state)
 {
@@ -195,10 +114,7 @@ void ThroughServices(benchmark::State& state)
         CComPtr<CountingSink> sink;
         sink.Attach(new CountingSink());
         Require(services->CreateInstanceEnumAsync(CComBSTR(Kind::Class), 0, nullptr, sink), "the enumeration");
-        // The host answers the call when the request is under way; it is done when the status has come.
-        while (sink->status == WBEM_S_PENDING)
-            Sleep(0);
-        if (sink->status != WBEM_S_NO_ERROR || sink->count != count)
+        if (sink->Await() != WBEM_S_NO_ERROR || sink->count != count)
             state.SkipWithError("the enumeration did not deliver every record");
     }
     TellWhatItTook(state, count);
@@ -250,8 +166,7 @@ BENCHMARK(GetOneLunThroughServices)->Unit(benchmark::kMillisecond)->UseRealTime(
 
 int main(int argc, char** argv)
 {
-    setenv("ORL2_REGISTRY", MakeRegistry().c_str(), 1);
-    Require(CoInitializeEx(nullptr, COINIT_MULTITHREADED), "CoInitializeEx");
+    SetUp();
     Both<Hbas>("CopyHbas", "HbasThroughServices", 100000);
     Both<Luns>("CopyLuns", "LunsThroughServices", 1000000);
     benchmark::Initialize(&argc, argv);

@@ -72,21 +72,22 @@ private:
     {
         if (text.empty())
             return false;
-        if (text == m_lastMatch)
-            return true;
-        auto path = wbem::ObjectPath::Parse(text);
-        if (!path)
-            return false;
-        NameTheKey(*path, nameSpace);
-        if (IdentityOf(*path) != m_source)
-            return false;
-        m_lastMatch = text;
-        return true;
+        if (text != m_lastText)
+        {
+            auto path = wbem::ObjectPath::Parse(text);
+            if (path)
+                NameTheKey(*path, nameSpace);
+            m_isLastSource = path && IdentityOf(*path) == m_source;
+            m_lastText = text;
+        }
+        return m_isLastSource;
     }
 
     const AssociationFilter& m_filter;
     const std::wstring m_source;
-    std::wstring m_lastMatch; // providers write one end of all a source's associations alike
+    // Providers write one end of all associations of an object alike, one after the other.
+    std::wstring m_lastText;
+    bool m_isLastSource = false;
 };
 
 // The instances of an association that hold the source, each shown to `take`, which says what the client gets for it.

@@ -1,4 +1,4 @@
-// Which object a path or an instance stands for.
+// Which object a path stands for.
 #include "host/ObjectIdentity.h"
 
 #include "host/Repository.h"
@@ -38,16 +38,6 @@ void NameTheKey(wbem::ObjectPath& path, const Namespace& nameSpace)
     const ClassDef* ofClass = nameSpace.FindClass(path.className);
     if (ofClass && ofClass->Keys().size() == 1)
         path.keys.front().name = ofClass->Properties()[ofClass->Keys().front()].Name();
-}
-
-wbem::ObjectPath PathBy(const ObjectBody& body, const ClassDef& ofClass, const std::vector<std::size_t>& properties)
-{
-    wbem::ObjectPath path;
-    path.className = ofClass.Name();
-    path.keys.reserve(properties.size());
-    for (const std::size_t index : properties)
-        path.keys.push_back({ofClass.Properties()[index].Name(), body[index]});
-    return path;
 }
 
 } // namespace orl

@@ -1,12 +1,9 @@
-// Which object a path or an instance stands for, as a text to compare and to hash.
+// Which object a path stands for, as a text to compare and to hash.
 #pragma once
 
-#include "host/ObjectBody.h"
 #include "wbem/ObjectPath.h"
 
-#include <cstddef>
 #include <string>
-#include <vector>
 
 namespace orl
 {
@@ -21,9 +18,6 @@ std::wstring IdentityOf(const wbem::ObjectPath& path);
 
 // Gives a path's only key, written without a name, the name of its class's only key.
 void NameTheKey(wbem::ObjectPath& path, const Namespace& nameSpace);
-
-// The path that names an instance by these properties, as one of that class (its own or one above it).
-wbem::ObjectPath PathBy(const ObjectBody& body, const ClassDef& ofClass, const std::vector<std::size_t>& properties);
 
 // Whether a key only says which system an object is in.
 bool IsSystemKey(std::wstring_view name);

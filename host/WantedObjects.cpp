@@ -4,6 +4,7 @@
 #include "host/ObjectIdentity.h"
 #include "host/ProviderAccess.h"
 #include "host/VariantValue.h"
+#include "wbem/Text.h"
 #include "wbem/Wql.h"
 
 #include <algorithm>
@@ -17,14 +18,11 @@ namespace
 // Up to so many objects of one class are asked for one by one: a provider answers a get by walking one adapter.
 constexpr std::size_t MostGets = 4;
 
-// SELECT * FROM Class, with the first named property as the WHERE where all paths have the same value of it.
-std::wstring QueryFor(const ClassDef& ofClass, const std::vector<wbem::ObjectPath>& paths)
+// SELECT * FROM Class, narrowed to the first property that a path names where all objects share its value.
+std::wstring QueryFor(const ClassDef& ofClass, const wbem::PathKey& first, bool isShared)
 {
     wbem::WqlQuery query;
     query.className = ofClass.Name();
-    const wbem::PathKey& first = paths.front().keys.front();
-    const bool isShared = std::all_of(paths.begin(), paths.end(),
-                                      [&](const wbem::ObjectPath& path) { return path.keys.front() == first; });
     if (isShared)
     {
         query.testedProperties = {first.name};
@@ -33,6 +31,29 @@ std::wstring QueryFor(const ClassDef& ofClass, const std::vector<wbem::ObjectPat
         query.where->test.value = first.value;
     }
     return query.Text();
+}
+
+// What a value counts for among the values of its property, as a text that ends where the next one's begins. Texts
+// count without case, and a path in a text for the object that it names.
+void AppendKeyText(std::wstring& text, const wbem::CimValue& value)
+{
+    const bool isText = wbem::IsText(value.Type());
+    const auto path = isText && value.AsText().find(L'=') != std::wstring_view::npos
+                          ? wbem::ObjectPath::Parse(value.AsText())
+                          : wbem::Parsed<wbem::ObjectPath>(wbem::ObjectPath());
+    if (path && path->IsInstance())
+        text += IdentityOf(*path);
+    else
+        text += isText ? wbem::FoldCase(value.AsText()) : wbem::PlainText(value);
+    text += L'\0';
+}
+
+std::wstring KeyTextOf(const wbem::ObjectPath& path)
+{
+    std::wstring text;
+    for (const wbem::PathKey& key : path.keys)
+        AppendKeyText(text, key.value);
+    return text;
 }
 
 bool NamesAllKeys(const ClassDef& ofClass, const std::vector<std::size_t>& named)
@@ -59,24 +80,27 @@ CComPtr<ClassObject> StandIn(const ClassDef& ofClass, const wbem::ObjectPath& pa
 
 } // namespace
 
-// Instances whose identity is wanted.
+// Instances that are wanted.
 class WantedObjects::GroupAcceptor final : public Acceptor
 {
 public:
     GroupAcceptor(const Group& group, bool keysOnly) : m_group(group), m_keysOnly(keysOnly) {}
 
     // Asked for one object alone, from now on.
-    void Narrow(const wbem::ObjectPath& path) { m_only = IdentityOf(path); }
+    void Narrow(const wbem::ObjectPath& path) { m_only = KeyTextOf(path); }
 
     CComPtr<ClassObject> Accept(ClassObject& object) override
     {
         const ObjectBody& body = *object.Body();
         if (!body.IsInstance() || !body.Class().DerivesFrom(*m_group.ofClass))
             return nullptr;
-        const std::wstring identity = IdentityOf(PathBy(body, *m_group.ofClass, m_group.named));
-        if (m_only.empty() ? !m_group.identities.contains(identity) : identity != m_only)
+        m_key.clear();
+        for (const std::size_t index : m_group.named)
+            AppendKeyText(m_key, body[index]);
+        if (m_only.empty() ? !m_group.wanted.contains(m_key) : m_key != m_only)
             return nullptr;
-        m_found.insert(identity);
+        if (!HasProvider(*m_group.ofClass))
+            m_found.insert(m_key);
         return View(object);
     }
     CComPtr<ClassObject> View(ClassObject& object) const
@@ -84,12 +108,14 @@ public:
         return m_keysOnly ? MakeObject<ClassObject>(object.Body(), KeysOf(object.Class()))
                           : MakeObject<ClassObject>(object.Body());
     }
-    bool HasFound(const wbem::ObjectPath& path) const { return m_found.contains(IdentityOf(path)); }
+    // Of a class that no provider serves.
+    bool HasFound(const wbem::ObjectPath& path) const { return m_found.contains(KeyTextOf(path)); }
 
 private:
     const Group& m_group;
     const bool m_keysOnly;
     std::wstring m_only;
+    std::wstring m_key;
     std::unordered_set<std::wstring> m_found;
 };
 
@@ -107,8 +133,6 @@ std::shared_ptr<const Projection> KeysOf(const ClassDef& ofClass)
 
 void WantedObjects::Add(const wbem::ObjectPath& path, const ClassDef& ofClass)
 {
-    wbem::ObjectPath spelled;
-    spelled.className = ofClass.Name();
     std::map<std::size_t, wbem::CimValue> values;
     for (const wbem::PathKey& key : path.keys)
     {
@@ -126,24 +150,33 @@ void WantedObjects::Add(const wbem::ObjectPath& path, const ClassDef& ofClass)
     if (values.empty())
         return;
     std::vector<std::size_t> named;
-    for (auto& [index, value] : values)
+    std::wstring text;
+    for (const auto& [index, value] : values)
     {
         named.push_back(index);
-        spelled.keys.push_back({ofClass.Properties()[index].Name(), std::move(value)});
+        AppendKeyText(text, value);
     }
-    Group& group = GroupOf(ofClass, std::move(named));
-    if (group.identities.insert(IdentityOf(spelled)).second)
-        group.paths.push_back(std::move(spelled));
+    Group& group = GroupOf(ofClass, named);
+    if (!group.wanted.insert(std::move(text)).second)
+        return;
+    group.isFirstShared = group.isFirstShared &&
+                          (group.paths.empty() || group.paths.front().keys.front().value == values.begin()->second);
+    if (group.paths.size() > MostGets && HasProvider(ofClass))
+        return;
+    wbem::ObjectPath& spelled = group.paths.emplace_back();
+    spelled.className = ofClass.Name();
+    for (auto& [index, value] : values)
+        spelled.keys.push_back({ofClass.Properties()[index].Name(), std::move(value)});
 }
 
-WantedObjects::Group& WantedObjects::GroupOf(const ClassDef& ofClass, std::vector<std::size_t> named)
+WantedObjects::Group& WantedObjects::GroupOf(const ClassDef& ofClass, const std::vector<std::size_t>& named)
 {
     for (Group& group : m_groups)
     {
         if (group.ofClass == &ofClass && group.named == named)
             return group;
     }
-    return m_groups.emplace_back(Group{&ofClass, std::move(named), {}, {}});
+    return m_groups.emplace_back(Group{&ofClass, named, {}, {}, true});
 }
 
 CallStatus WantedObjects::Fetch(bool keysOnly, ResultSink& results, Call& call) const
@@ -179,7 +212,8 @@ CallStatus WantedObjects::FetchGroup(const Group& group, bool keysOnly, ResultSi
     if (group.paths.size() <= MostGets && NamesAllKeys(*group.ofClass, group.named) &&
         FindRegistration(*group.ofClass).supportsGet)
         return FetchEach(group, acceptor, results, call);
-    return AskForInstances(m_scope, *group.ofClass, QueryFor(*group.ofClass, group.paths), acceptor, results, call);
+    const std::wstring query = QueryFor(*group.ofClass, group.paths.front().keys.front(), group.isFirstShared);
+    return AskForInstances(m_scope, *group.ofClass, query, acceptor, results, call);
 }
 
 CallStatus WantedObjects::FetchEach(const Group& group, GroupAcceptor& acceptor, ResultSink& results, Call& call) const

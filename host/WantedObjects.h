@@ -6,6 +6,7 @@
 #include "wbem/ObjectPath.h"
 
 #include <cstddef>
+#include <deque>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -34,19 +35,21 @@ private:
     struct Group
     {
         const ClassDef* ofClass;
-        std::vector<std::size_t> named;      // indexes of the property table, ascending
-        std::vector<wbem::ObjectPath> paths; // spelled and typed as the class declares
-        std::unordered_set<std::wstring> identities;
+        std::vector<std::size_t> named;          // indexes of the property table, ascending
+        std::unordered_set<std::wstring> wanted; // KeyText of each object
+        std::vector<wbem::ObjectPath> paths;     // spelled and typed as the class declares; the first few only
+                                                 // where a provider is asked for more
+        bool isFirstShared = true;               // all objects have the same value of the first property named
     };
 
     class GroupAcceptor;
 
-    Group& GroupOf(const ClassDef& ofClass, std::vector<std::size_t> named);
+    Group& GroupOf(const ClassDef& ofClass, const std::vector<std::size_t>& named);
     CallStatus FetchGroup(const Group& group, bool keysOnly, ResultSink& results, Call& call) const;
     CallStatus FetchEach(const Group& group, GroupAcceptor& acceptor, ResultSink& results, Call& call) const;
 
     RequestScope m_scope;
-    std::vector<Group> m_groups;
+    std::deque<Group> m_groups;
 };
 
 // Shows the class's keys alone; null, for all, where it has none.

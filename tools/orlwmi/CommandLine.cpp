@@ -89,6 +89,11 @@ void AddSelect(CLI::App& command, Raw& raw)
         ->type_name("A,B,...");
 }
 
+void AddRaw(CLI::App& command, Raw& raw)
+{
+    command.add_flag("--raw", raw.options.raw, "Numbers alone, without what they stand for");
+}
+
 void AddAdapters(CLI::App& command, Raw& raw)
 {
     command.add_option("HBA", raw.options.operands,
@@ -135,6 +140,7 @@ void Declare(CLI::App& app, Raw& raw)
     enumerate.add_option("CLASS", raw.options.subject, "Name of the class")->required();
     AddFormat(enumerate, raw, FormatList(true), "table");
     AddSelect(enumerate, raw);
+    AddRaw(enumerate, raw);
     enumerate
         .add_option("--where", raw.options.where, "Only instances that meet this condition of the WMI query language")
         ->type_name("CONDITION");
@@ -148,12 +154,14 @@ void Declare(CLI::App& app, Raw& raw)
         ->allow_extra_args(false);
     AddFormat(get, raw, FormatList(true), "list");
     AddSelect(get, raw);
+    AddRaw(get, raw);
     AddConnectionOptions(get, raw);
 
     auto& query = AddCommand(app, raw, Command::Query, "query", "Print the result of a query", QueryHelp);
     query.add_option("WQL", raw.options.subject, "The query, as one argument")->required();
     AddFormat(query, raw, FormatList(true), "table");
     AddSelect(query, raw);
+    AddRaw(query, raw);
     AddCount(query, raw);
     AddConnectionOptions(query, raw);
 

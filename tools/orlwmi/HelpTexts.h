@@ -86,6 +86,9 @@ inline constexpr const char* EnumHelp = R"(Formats:
   csv    RFC 4180 with a header line
   mof    the instances as the service writes them
 
+Table and list tell what a number stands for where its class does: 5 (N_Port).
+With --raw they print the number alone, as the other formats always do.
+
 Examples:
   orlwmi enum Zarn_FCOEHBA
   orlwmi enum Zarn_FCOEHBA --select DeviceID,WorldWidePortName --format csv

@@ -41,6 +41,7 @@ struct Options
     std::optional<std::chrono::milliseconds> watch; // time from one sample to the next
     std::optional<unsigned> samples;                // after how many to end; never when not given
     bool timing = false;
+    bool raw = false; // numbers without what they stand for
     bool count = false;
     bool all = false; // system classes too; counters that stand at 0 too
     std::string nameSpace = "root/KESTA";

@@ -2,6 +2,7 @@
 #include "tools/orlwmi/ParameterValue.h"
 
 #include "tools/orlwmi/ErrorInfo.h"
+#include "tools/orlwmi/Integer.h"
 #include "tools/orlwmi/Text.h"
 #include "tools/orlwmi/TypeNames.h"
 #include "winport/portable/Utf8.h"
@@ -9,7 +10,6 @@
 #include <charconv>
 #include <cstdint>
 #include <limits>
-#include <optional>
 
 namespace orl::client
 {
@@ -77,37 +77,18 @@ std::vector<std::string> Elements(const std::string& list)
     return elements;
 }
 
-struct Magnitude
-{
-    bool isNegative = false;
-    std::uint64_t value = 0;
-};
-
-std::optional<Magnitude> ParseInteger(const std::string& text)
-{
-    Magnitude number;
-    size_t at = !text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0;
-    number.isNegative = at == 1 && text[0] == '-';
-    const bool isHex = text.compare(at, 2, "0x") == 0 || text.compare(at, 2, "0X") == 0;
-    at += isHex ? 2 : 0;
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data() + at, end, number.value, isHex ? 16 : 10);
-    const bool whole = result.ec == std::errc() && result.ptr == end && at < text.size();
-    return whole ? std::optional(number) : std::nullopt;
-}
-
 template <typename T>
 std::int64_t SignedIn(const std::string& name, const std::string& text)
 {
     const auto number = ParseInteger(text);
     const auto most = static_cast<std::uint64_t>(std::numeric_limits<T>::max());
-    if (!number || number->value > most + (number->isNegative ? 1 : 0))
+    if (!number || number->magnitude > most + (number->isNegative ? 1 : 0))
     {
         Refuse(name,
                "a whole number from " + std::to_string(std::numeric_limits<T>::min()) + " to " + std::to_string(most),
                text);
     }
-    return static_cast<std::int64_t>(number->isNegative ? 0 - number->value : number->value);
+    return static_cast<std::int64_t>(number->isNegative ? 0 - number->magnitude : number->magnitude);
 }
 
 template <typename T>
@@ -115,11 +96,11 @@ std::uint64_t UnsignedIn(const std::string& name, const std::string& text)
 {
     const auto number = ParseInteger(text);
     const auto most = static_cast<std::uint64_t>(std::numeric_limits<T>::max());
-    if (!number || number->value > most || (number->isNegative && number->value != 0))
+    if (!number || number->magnitude > most || (number->isNegative && number->magnitude != 0))
     {
         Refuse(name, "a whole number from 0 to " + std::to_string(most), text);
     }
-    return number->value;
+    return number->magnitude;
 }
 
 double RealFrom(const std::string& name, const std::string& text)

@@ -16,6 +16,7 @@ struct Value;
 struct Number
 {
     std::string literal;
+    std::string meaning = {}; // what it stands for, for people; empty when nothing says so
     bool operator==(const Number&) const = default;
 };
 

@@ -38,7 +38,7 @@ void RunGet(const Options& options, Session& session)
     session.timing.CountObject();
     const Format format = options.format.value_or(Format::List);
     const auto writer = MakeResultWriter(format, Shape::One, session.output);
-    writer->Write(ReadAsAsked(object, options, format));
+    writer->Write(RecordReader(options, format, session).Read(object));
     writer->End();
 }
 

@@ -21,13 +21,24 @@ void PrintCount(Results& results, Session& session)
 
 } // namespace
 
-Record ReadAsAsked(IWbemClassObject* object, const Options& options, Format format)
+RecordReader::RecordReader(const Options& options, Format format, Session& session)
+    : m_options(options), m_format(format),
+      m_explains(!options.raw && (format == Format::Table || format == Format::List)), m_names(session)
 {
-    if (format == Format::Mof)
+}
+
+Record RecordReader::Read(IWbemClassObject* object)
+{
+    if (m_format == Format::Mof)
     {
         return ReadMof(object);
     }
-    return options.select.empty() ? ReadRecord(object) : ReadProperties(object, options.select);
+    Record record = m_options.select.empty() ? ReadRecord(object) : ReadProperties(object, m_options.select);
+    if (m_explains)
+    {
+        m_names.Explain(record);
+    }
+    return record;
 }
 
 void PrintResults(Results results, const Options& options, Session& session)
@@ -39,12 +50,13 @@ void PrintResults(Results results, const Options& options, Session& session)
     }
     const Format format = options.format.value_or(Format::Table);
     const auto writer = MakeResultWriter(format, Shape::Many, session.output);
+    RecordReader reader(options, format, session);
     try
     {
         while (const auto object = results.Next(session.deadline, session.output))
         {
             session.timing.CountObject();
-            writer->Write(ReadAsAsked(object, options, format));
+            writer->Write(reader.Read(object));
         }
     }
     catch (const Failure&)

@@ -3,6 +3,7 @@
 
 #include "tools/orlwmi/Results.h"
 #include "tools/orlwmi/Session.h"
+#include "tools/orlwmi/ValueNames.h"
 
 namespace orl::client
 {
@@ -11,7 +12,19 @@ namespace orl::client
 // whole document before the failure goes on.
 void PrintResults(Results results, const Options& options, Session& session);
 
-// An object as the record that the options ask for.
-[[nodiscard]] Record ReadAsAsked(IWbemClassObject* object, const Options& options, Format format);
+// Objects as the records that the options ask for: for people, numbers with what they stand for.
+class RecordReader
+{
+public:
+    RecordReader(const Options& options, Format format, Session& session);
+
+    [[nodiscard]] Record Read(IWbemClassObject* object);
+
+private:
+    const Options& m_options;
+    Format m_format;
+    bool m_explains;
+    ValueNames m_names;
+};
 
 } // namespace orl::client

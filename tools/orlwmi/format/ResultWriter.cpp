@@ -34,7 +34,10 @@ struct Display
 {
     std::string operator()(std::monostate) const { return "-"; }
     std::string operator()(bool value) const { return value ? "true" : "false"; }
-    std::string operator()(const Number& number) const { return number.literal; }
+    std::string operator()(const Number& number) const
+    {
+        return number.meaning.empty() ? number.literal : number.literal + " (" + Printable(number.meaning) + ")";
+    }
     std::string operator()(const std::string& text) const { return Printable(text); }
     std::string operator()(const Array& items) const { return Joined(items); }
     std::string operator()(const std::shared_ptr<const Record>& record) const { return Joined(*record); }

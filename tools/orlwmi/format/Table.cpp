@@ -18,7 +18,7 @@ struct Column
     std::string name;
     size_t width = 0;
     bool hasNumbers = false;
-    bool hasOthers = false; // nulls are neither
+    bool hasOthers = false; // numbers with a meaning too; nulls are neither
 
     [[nodiscard]] bool IsRightAligned() const { return hasNumbers && !hasOthers; }
 };
@@ -94,9 +94,10 @@ private:
         if (m_sampling)
         {
             column.width = std::max(column.width, cell.width);
-            const bool number = std::holds_alternative<Number>(value);
-            column.hasNumbers = column.hasNumbers || number;
-            column.hasOthers = column.hasOthers || !(number || value.IsNull());
+            const auto* number = std::get_if<Number>(&value);
+            const bool isBare = number != nullptr && number->meaning.empty();
+            column.hasNumbers = column.hasNumbers || isBare;
+            column.hasOthers = column.hasOthers || !(isBare || value.IsNull());
         }
     }
 

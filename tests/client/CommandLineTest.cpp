@@ -198,7 +198,7 @@ TEST(CommandLine, HelpsWithExamplesForEachCommand)
 {
     EXPECT_THAT(HelpFor({"--help"}), HasSubstr("Exit codes:"));
     for (const std::string command :
-         {"tree", "stats", "enum", "get", "query", "call", "delete", "class", "classes", "doctor"})
+         {"tree", "stats", "enum", "get", "query", "assoc", "refs", "call", "delete", "class", "classes", "doctor"})
     {
         const std::string help = HelpFor({command, "--help"});
         EXPECT_THAT(help, HasSubstr("Examples:\n  orlwmi " + command)) << command;

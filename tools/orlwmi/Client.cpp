@@ -68,6 +68,10 @@ ExitCode RunCommand(const Options& options, Session& session)
     case Command::Query:
         RunQuery(options, session);
         break;
+    case Command::Assoc:
+    case Command::Refs:
+        RunAssociations(options, session);
+        break;
     case Command::Call:
         return RunCall(options, session);
     case Command::Delete:

@@ -1,10 +1,8 @@
-// What the client can be asked, declared once: parsing and help come from the same lines.
+// From arguments to checked options.
 #include "tools/orlwmi/CommandLine.h"
 
+#include "tools/orlwmi/Declarations.h"
 #include "tools/orlwmi/Failure.h"
-#include "tools/orlwmi/HelpTexts.h"
-
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <cmath>
@@ -16,42 +14,6 @@ namespace
 
 constexpr double LongestTime = 365.0 * 24 * 3600; // seconds
 
-// The options as the parser fills them, before they are checked.
-struct Raw
-{
-    Options options;
-    std::string format;
-    std::string select;
-    std::vector<std::string> keys;
-    std::vector<std::string> parameters;
-    double timeout = 0;
-    double watch = 0;
-    CLI::Option* timeoutOption = nullptr;
-};
-
-const std::vector<std::pair<std::string, Format>>& FormatNames()
-{
-    static const std::vector<std::pair<std::string, Format>> names = {{"table", Format::Table},
-                                                                      {"list", Format::List},
-                                                                      {"json", Format::Json},
-                                                                      {"csv", Format::Csv},
-                                                                      {"mof", Format::Mof}};
-    return names;
-}
-
-std::vector<std::string> FormatList(bool withMof)
-{
-    std::vector<std::string> names;
-    for (const auto& [name, format] : FormatNames())
-    {
-        if (withMof || format != Format::Mof)
-        {
-            names.push_back(name);
-        }
-    }
-    return names;
-}
-
 std::vector<std::string> Split(const std::string& text, char separator)
 {
     std::vector<std::string> parts;
@@ -62,136 +24,6 @@ std::vector<std::string> Split(const std::string& text, char separator)
         begin = end + 1;
     }
     return parts;
-}
-
-void AddConnectionOptions(CLI::App& command, Raw& raw)
-{
-    command.add_option("--namespace", raw.options.nameSpace, "Namespace of the classes")
-        ->type_name("NAME")
-        ->capture_default_str();
-    command.add_option("--server", raw.options.server, "Machine to ask, this one when not given")->type_name("NAME");
-    auto* timeout = command.add_option("--timeout", raw.timeout, "Give up when the answer is not there in time")
-                        ->type_name("SECONDS");
-    raw.timeoutOption = timeout;
-    command.add_flag("--timing", raw.options.timing, "Say on standard error what took how long");
-}
-
-void AddFormat(CLI::App& command, Raw& raw, const std::vector<std::string>& formats, const std::string& preset)
-{
-    command.add_option("--format", raw.format, "How to print, " + preset + " when not given")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember(formats, CLI::ignore_case));
-}
-
-void AddSelect(CLI::App& command, Raw& raw)
-{
-    command.add_option("--select", raw.select, "Properties to print, in this order; __PATH and the like too")
-        ->type_name("A,B,...");
-}
-
-void AddRaw(CLI::App& command, Raw& raw)
-{
-    command.add_flag("--raw", raw.options.raw, "Numbers alone, without what they stand for");
-}
-
-void AddAdapters(CLI::App& command, Raw& raw)
-{
-    command.add_option("HBA", raw.options.operands,
-                       "Adapters by their DeviceID, * for any text and ? for one character; all when not given");
-}
-
-void AddCount(CLI::App& command, Raw& raw)
-{
-    command.add_flag("--count", raw.options.count, "Print how many there are and nothing else");
-}
-
-CLI::App& AddCommand(CLI::App& app, Raw& raw, Command command, const char* name, const char* what, const char* examples)
-{
-    auto* added = app.add_subcommand(name, what);
-    added->footer(examples);
-    added->callback([&raw, command] { raw.options.command = command; });
-    return *added;
-}
-
-void Declare(CLI::App& app, Raw& raw)
-{
-    app.require_subcommand(1);
-    app.footer(ProgramHelp);
-    app.set_version_flag("--version", std::string("orlwmi ") + ORL_VERSION, "Print the version and end");
-    // A path may begin with a slash, which is no option on any platform.
-    app.allow_windows_style_options(false);
-
-    auto& tree =
-        AddCommand(app, raw, Command::Tree, "tree", "Show the FCoE adapters and what belongs to them", TreeHelp);
-    AddAdapters(tree, raw);
-    AddFormat(tree, raw, {"json"}, "the tree");
-    AddConnectionOptions(tree, raw);
-
-    auto& stats = AddCommand(app, raw, Command::Stats, "stats", "Show the counters of the FCoE adapters", StatsHelp);
-    AddAdapters(stats, raw);
-    stats.add_option("--watch", raw.watch, "Show them again each so many seconds, with their rates")
-        ->type_name("SECONDS");
-    stats.add_option("--count", raw.options.samples, "End after so many samples")->type_name("NUMBER");
-    stats.add_flag("--all", raw.options.all, "Counters that stand at 0 too");
-    AddFormat(stats, raw, {"table", "json", "csv"}, "table");
-    AddConnectionOptions(stats, raw);
-
-    auto& enumerate = AddCommand(app, raw, Command::Enum, "enum", "Print the instances of a class", EnumHelp);
-    enumerate.add_option("CLASS", raw.options.subject, "Name of the class")->required();
-    AddFormat(enumerate, raw, FormatList(true), "table");
-    AddSelect(enumerate, raw);
-    AddRaw(enumerate, raw);
-    enumerate
-        .add_option("--where", raw.options.where, "Only instances that meet this condition of the WMI query language")
-        ->type_name("CONDITION");
-    AddCount(enumerate, raw);
-    AddConnectionOptions(enumerate, raw);
-
-    auto& get = AddCommand(app, raw, Command::Get, "get", "Print one instance", GetHelp);
-    get.add_option("PATH", raw.options.subject, "Path of the instance, or its class when --key is given")->required();
-    get.add_option("--key", raw.keys, "A key of the instance; once for each key")
-        ->type_name("NAME=VALUE")
-        ->allow_extra_args(false);
-    AddFormat(get, raw, FormatList(true), "list");
-    AddSelect(get, raw);
-    AddRaw(get, raw);
-    AddConnectionOptions(get, raw);
-
-    auto& query = AddCommand(app, raw, Command::Query, "query", "Print the result of a query", QueryHelp);
-    query.add_option("WQL", raw.options.subject, "The query, as one argument")->required();
-    AddFormat(query, raw, FormatList(true), "table");
-    AddSelect(query, raw);
-    AddRaw(query, raw);
-    AddCount(query, raw);
-    AddConnectionOptions(query, raw);
-
-    auto& call = AddCommand(app, raw, Command::Call, "call", "Run a method of an object", CallHelp);
-    call.add_option("PATH", raw.options.subject, "Path of the instance, or of the class for a static method")
-        ->required();
-    call.add_option("METHOD", raw.options.method, "Name of the method")->required();
-    call.add_option("PARAMETER", raw.parameters, "In-parameters of the method, as NAME=VALUE");
-    AddFormat(call, raw, FormatList(true), "list");
-    AddConnectionOptions(call, raw);
-
-    auto& remove = AddCommand(app, raw, Command::Delete, "delete", "Delete instances", DeleteHelp);
-    remove.add_option("PATH", raw.options.operands, "Paths of the instances")->required();
-    AddConnectionOptions(remove, raw);
-
-    auto& definition = AddCommand(app, raw, Command::Class, "class", "Print the definition of a class", ClassHelp);
-    definition.add_option("NAME", raw.options.subject, "Name of the class")->required();
-    AddFormat(definition, raw, FormatList(true), "mof");
-    AddConnectionOptions(definition, raw);
-
-    auto& classes = AddCommand(app, raw, Command::Classes, "classes", "List the classes of the namespace", ClassesHelp);
-    classes.add_flag("--all", raw.options.all, "System classes too");
-    AddFormat(classes, raw, FormatList(false), "table");
-    AddCount(classes, raw);
-    AddConnectionOptions(classes, raw);
-
-    auto& doctor =
-        AddCommand(app, raw, Command::Doctor, "doctor", "Check the installation and say what to do", DoctorHelp);
-    AddFormat(doctor, raw, FormatList(false), "plain lines");
-    AddConnectionOptions(doctor, raw);
 }
 
 [[noreturn]] void Refuse(const std::string& message)
@@ -251,6 +83,8 @@ bool NeedsSubject(Command command)
     case Command::Enum:
     case Command::Get:
     case Command::Query:
+    case Command::Assoc:
+    case Command::Refs:
     case Command::Call:
     case Command::Class:
         return true;

@@ -106,6 +106,28 @@ inline constexpr const char* QueryHelp = R"(Examples:
   orlwmi query "SELECT * FROM Zarn_FCOEHBA WHERE Name LIKE 'fcoe%'" --format json
 )";
 
+inline constexpr const char* AssocHelp =
+    R"(Table and list print the objects by class, each class under its name with the
+number of its objects. In json and csv each object begins with its __CLASS.
+
+Examples:
+  orlwmi assoc 'Zarn_FCOEHBA.DeviceID="eth0.1002"'
+  orlwmi assoc 'Zarn_FCOEHBA.DeviceID="eth0.1002"' --result-class Zarn_FCoeVLAN
+  orlwmi assoc Zarn_FCOEHBA --key DeviceID=eth0.1002 --keys-only --format json
+  orlwmi assoc 'Zarn_FCOEHBA.DeviceID="eth0.1002"' \
+         --assoc-class Zarn_FCoE_HBA_LUN_Assoc --select __PATH
+)";
+
+inline constexpr const char* RefsHelp =
+    R"(The associations themselves, with the paths of both ends. Classes stand as they
+do in orlwmi assoc.
+
+Examples:
+  orlwmi refs 'Zarn_FCOEHBA.DeviceID="eth0.1002"'
+  orlwmi refs Zarn_FCOEHBA --key DeviceID=eth0.1002 \
+         --result-class Zarn_FCoE_HBA_VLAN_Assoc --role Antecedent
+)";
+
 inline constexpr const char* ClassHelp = R"(The formats other than mof print the members of the class: properties and
 methods with their types and descriptions.
 

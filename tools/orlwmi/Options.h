@@ -19,11 +19,23 @@ enum class Command
     Enum,
     Get,
     Query,
+    Assoc,
+    Refs,
     Call,
     Delete,
     Class,
     Classes,
     Doctor
+};
+
+// What narrows the answer of `assoc` and `refs`. Empty where nothing is asked for.
+struct AssociationOptions
+{
+    std::string assocClass;
+    std::string resultClass;
+    std::string role;
+    std::string resultRole;
+    bool keysOnly = false;
 };
 
 struct Options
@@ -34,9 +46,10 @@ struct Options
     std::string method;                                          // of `call`
     std::vector<std::pair<std::string, std::string>> parameters; // of `call`, in the order given
     std::vector<std::pair<std::string, std::string>> keys;       // of `get CLASS --key NAME=VALUE`
-    std::optional<Format> format;                                // the command's own choice when not given
-    std::vector<std::string> select;                             // properties in the order asked for; all when empty
-    std::string where;                                           // WQL condition
+    AssociationOptions association;
+    std::optional<Format> format;    // the command's own choice when not given
+    std::vector<std::string> select; // properties in the order asked for; all when empty
+    std::string where;               // WQL condition
     std::optional<std::chrono::milliseconds> timeout;
     std::optional<std::chrono::milliseconds> watch; // time from one sample to the next
     std::optional<unsigned> samples;                // after how many to end; never when not given

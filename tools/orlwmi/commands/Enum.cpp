@@ -1,8 +1,8 @@
 // enum: the instances of a class.
 #include "tools/orlwmi/commands/Commands.h"
 
-#include "tools/orlwmi/Failure.h"
 #include "tools/orlwmi/commands/PrintResults.h"
+#include "tools/orlwmi/commands/Subject.h"
 
 #include <algorithm>
 
@@ -10,22 +10,6 @@ namespace orl::client
 {
 namespace
 {
-
-// A class name goes into a query unquoted, so nothing else may pass for one.
-void CheckClassName(const std::string& name)
-{
-    const bool named = std::all_of(name.begin(), name.end(),
-                                   [](char c)
-                                   {
-                                       const auto byte = static_cast<unsigned char>(c);
-                                       return c == '_' || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') ||
-                                              (c >= 'A' && c <= 'Z') || byte >= 0x80;
-                                   });
-    if (!named)
-    {
-        throw Failure(ExitCode::Usage, "\"" + name + "\" is not the name of a class");
-    }
-}
 
 bool IsSystemProperty(const std::string& name)
 {
@@ -57,7 +41,7 @@ std::string MakeQuery(const Options& options)
 
 void RunEnum(const Options& options, Session& session)
 {
-    CheckClassName(options.subject);
+    CheckName(options.subject, "class");
     const bool plain = options.where.empty() && SelectList(options.select) == "*";
     PrintResults(plain ? Results::Instances(session.services, options.subject)
                        : Results::Query(session.services, MakeQuery(options)),

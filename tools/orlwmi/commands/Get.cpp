@@ -1,35 +1,16 @@
 // get: one instance, by its path or by class and keys.
 #include "tools/orlwmi/commands/Commands.h"
 
-#include "tools/orlwmi/InstancePath.h"
 #include "tools/orlwmi/Objects.h"
 #include "tools/orlwmi/Results.h"
 #include "tools/orlwmi/commands/PrintResults.h"
+#include "tools/orlwmi/commands/Subject.h"
 
 namespace orl::client
 {
-namespace
-{
-
-std::string PathOf(const Options& options, Session& session)
-{
-    if (options.keys.empty())
-    {
-        return options.subject;
-    }
-    const auto definition = GetObjectAt(session.services, options.subject, session.deadline);
-    if (!IsClass(definition))
-    {
-        throw Failure(ExitCode::Usage, options.subject + " names an instance already: --key goes with a class");
-    }
-    return MakeInstancePath(options.subject, options.keys, definition);
-}
-
-} // namespace
-
 void RunGet(const Options& options, Session& session)
 {
-    const std::string path = PathOf(options, session);
+    const std::string path = SubjectPath(options, session);
     const auto object = GetObjectAt(session.services, path, session.deadline);
     if (IsClass(object))
     {

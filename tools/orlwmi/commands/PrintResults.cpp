@@ -41,7 +41,7 @@ Record RecordReader::Read(IWbemClassObject* object)
     return record;
 }
 
-void PrintResults(Results results, const Options& options, Session& session)
+void PrintResults(Results results, const Options& options, Session& session, bool byClass)
 {
     if (options.count)
     {
@@ -49,7 +49,8 @@ void PrintResults(Results results, const Options& options, Session& session)
         return;
     }
     const Format format = options.format.value_or(Format::Table);
-    const auto writer = MakeResultWriter(format, Shape::Many, session.output);
+    const auto writer =
+        byClass ? MakeByClassWriter(format, session.output) : MakeResultWriter(format, Shape::Many, session.output);
     RecordReader reader(options, format, session);
     try
     {

@@ -10,7 +10,9 @@ namespace orl::client
 
 // Prints each object as it comes, or their number with --count. A result that is cut short by a failure is ended as a
 // whole document before the failure goes on.
-void PrintResults(Results results, const Options& options, Session& session);
+//
+// `byClass`: the objects may be of several classes, and show which.
+void PrintResults(Results results, const Options& options, Session& session, bool byClass = false);
 
 // Objects as the records that the options ask for: for people, numbers with what they stand for.
 class RecordReader

@@ -62,6 +62,11 @@ public:
 
 [[nodiscard]] std::unique_ptr<ResultWriter> MakeResultWriter(Format format, Shape shape, Output& output);
 
+// Records of several classes. Table and list hold them back and print them class by class, in the order in which the
+// classes came, each class under a line with its name and the number of its records. JSON and CSV begin each record
+// with its __CLASS, unless it holds that already.
+[[nodiscard]] std::unique_ptr<ResultWriter> MakeByClassWriter(Format format, Output& output);
+
 // The value as table and list show it: one line, nothing in it that could steer a terminal, "-" for null.
 [[nodiscard]] std::string DisplayText(const Value& value);
 

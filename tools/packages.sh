@@ -28,6 +28,7 @@ need() {
 NEED_BUILD="cmake ninja-build g++ nlohmann-json3-dev libcli11-dev"
 NEED_TEST="libgtest-dev libgmock-dev python3"
 NEED_WINDOWS="g++-mingw-w64-x86-64-posix wine64 wine googletest"
+NEED_PACKAGE="mmdebstrap dpkg-dev lintian man-db bsdextrautils"
 NEED_LIVE="qemu-system-x86 ipxe-qemu seabios cpio kmod python3 xz-utils"
 NEED_FUZZ="clang libclang-rt-14-dev"
 NEED_LINT="clang-format clang-tidy clang python3"

@@ -7,10 +7,11 @@
 namespace orl
 {
 
-std::wstring AgentStatusText(const std::wstring& backend, const std::wstring& source, const std::wstring& state)
+std::wstring AgentStatusText(const AgentState& state)
 {
     const auto shown = [](const std::wstring& text) { return text.empty() ? std::wstring(L"none") : text; };
-    return L"back end: " + shown(backend) + L"\nsource: " + shown(source) + L"\nstate: " + state;
+    return L"back end: " + shown(state.backend) + L"\nsource: " + shown(state.status.source) + L"\nstate: " +
+           (state.status.ready ? L"ready, " : L"error, ") + state.status.text;
 }
 
 void PutAgentStatus(const std::wstring& status, wchar_t* text, ULONG capacity)

@@ -4,18 +4,39 @@
 #include "agentlibs/corelink/CoreAgent.h"
 #include "Common/Src/ModuleTrace.h"
 
-#include <exception>
-
 ORL_MODULE_TRACE(L"CORE_LINK_", L".\\Corelink.txt");
+
+namespace
+{
+
+struct Module
+{
+    orl::BackendConfig config;
+    orl::CoreAgent agent;
+};
+
+// Made at the first call and never destroyed: requests may still be in the agent while the process ends.
+Module& TheModule()
+{
+    static Module* const module = []
+    {
+        const orl::BackendConfig config = orl::ReadBackendConfig(L"Corelink");
+        return new Module{config, orl::CoreAgent(orl::MakeSettingBackend(config))};
+    }();
+    return *module;
+}
+
+} // namespace
 
 extern "C" __declspec(dllexport) OrlAdapterAgent* GetCoreAgent()
 {
     const COrlTraceScope scope(L"GetCoreAgent");
     try
     {
-        // Never destroyed: requests may still be in the agent while the process ends.
-        static orl::CoreAgent* const agent = new orl::CoreAgent;
-        return agent;
+        Module& module = TheModule();
+        if (const orl::BackendStatus status = module.agent.Status(); !status.ready)
+            g_OrlDebug.Error(L"Src\\Corelink", __LINE__, L"%s", status.text.c_str());
+        return &module.agent;
     }
     catch (const std::exception&)
     {
@@ -26,14 +47,10 @@ extern "C" __declspec(dllexport) OrlAdapterAgent* GetCoreAgent()
 
 extern "C" __declspec(dllexport) ULONG OrlAgentStatus(wchar_t* text, ULONG capacity)
 {
-    try
-    {
-        orl::PutAgentStatus(orl::AgentStatusText({}, {}, L"ready, adapters have no settings"), text, capacity);
-        return 0;
-    }
-    catch (const std::exception&)
-    {
-        orl::PutAgentStatus({}, text, capacity);
-        return 1;
-    }
+    return orl::AnswerAgentStatus(text, capacity,
+                                  []
+                                  {
+                                      Module& module = TheModule();
+                                      return orl::AgentState{module.config.backend, module.agent.Status()};
+                                  });
 }

@@ -2,29 +2,13 @@
 #pragma once
 
 #include "agent/OrlFcoeAgentIntf.h"
-#include "agentlibs/BackendError.h"
+#include "agentlibs/BackendConfig.h"
 
 #include <memory>
 #include <string>
 
 namespace orl
 {
-
-// What the registry says about the agent, under its own key.
-struct BackendConfig
-{
-    std::wstring backend;   // value `Backend`: `inventory` or `sysfs`, compared without regard to case
-    std::wstring inventory; // value `Inventory`: path of the JSON file
-    std::wstring sysfsRoot; // value `SysfsRoot`: the folder that holds `sys` and `proc`; empty stands for `/`
-};
-
-// How a back end stands, for whoever diagnoses an installation.
-struct BackendStatus
-{
-    bool ready = false;
-    std::wstring source; // the file or folder that the data comes from
-    std::wstring text;   // ready: what was found there, in a few words ("2 HBAs"); else why not, as in BackendError
-};
 
 // The operations are those of the agent, with the same meaning of device ids, lists and results, except that a failure
 // is thrown as BackendError instead of being answered with false. Answering false is for an enumeration or an action

@@ -2,11 +2,8 @@
 
 #include "agentlibs/fcoelink/FcoeAgent.h"
 
-#include "agentlibs/Text.h"
+#include "agentlibs/AgentCall.h"
 #include "Common/Src/OrlDebug.h"
-
-#include <exception>
-#include <new>
 
 namespace orl
 {
@@ -14,51 +11,15 @@ namespace orl
 namespace
 {
 
-constexpr const wchar_t* Source = L"Src\\FcoeAgent";
-
-void Report(const wchar_t* operation, ULONG code, const wchar_t* text, CResult& status,
-            std::vector<WarningMessageObj>* warnings)
-{
-    status.ulErrCode = code;
-    g_OrlDebug.Error(Source, __LINE__, L"%s failed with %u: %s", operation, code, text);
-    if (warnings == nullptr)
-        return;
-    try
-    {
-        warnings->push_back({WarningMessageObj::KindError, 0, text});
-    }
-    catch (const std::bad_alloc&)
-    {
-        g_OrlDebug.Error(Source, __LINE__, L"%s: no memory for the warning", operation);
-    }
-}
-
-// Runs one operation. The exceptions that a fault asks for are the only ones to pass.
+// Runs one operation; see CallBackend.
 template <typename Call>
 bool Run(const wchar_t* operation, CResult& status, std::vector<WarningMessageObj>* warnings, Call&& call)
 {
     bool done = false;
     const COrlTraceScope scope(operation, &done);
-    try
-    {
-        done = call();
-    }
-    catch (const FaultException&)
-    {
-        throw;
-    }
-    catch (const BackendError& error)
-    {
-        Report(operation, error.Code(), error.Text().c_str(), status, warnings);
-    }
-    catch (const std::bad_alloc&)
-    {
-        Report(operation, ERROR_NOT_ENOUGH_MEMORY, L"out of memory", status, warnings);
-    }
-    catch (const std::exception& error)
-    {
-        Report(operation, ERROR_INTERNAL_ERROR, Widen(error.what()).c_str(), status, warnings);
-    }
+    const ULONG code = CallBackend({L"Src\\FcoeAgent", operation}, warnings, [&] { done = call(); });
+    if (code != 0)
+        status.ulErrCode = code;
     return done;
 }
 

@@ -1,6 +1,5 @@
 // Fcoelink: the library's exports.
 
-#include "agentlibs/AgentRegistry.h"
 #include "agentlibs/AgentStatus.h"
 #include "agentlibs/fcoelink/FcoeAgent.h"
 #include "Common/Src/ModuleTrace.h"
@@ -16,21 +15,12 @@ struct Module
     orl::FcoeAgent agent;
 };
 
-orl::BackendConfig ReadConfig()
-{
-    orl::BackendConfig config;
-    config.backend = orl::ReadAgentValue(L"Fcoelink", L"Backend");
-    config.inventory = orl::ReadAgentValue(L"Fcoelink", L"Inventory");
-    config.sysfsRoot = orl::ReadAgentValue(L"Fcoelink", L"SysfsRoot");
-    return config;
-}
-
 // Made at the first call and never destroyed: requests may still be in the agent while the process ends.
 Module& TheModule()
 {
     static Module* const module = []
     {
-        const orl::BackendConfig config = ReadConfig();
+        const orl::BackendConfig config = orl::ReadBackendConfig(L"Fcoelink");
         return new Module{config, orl::FcoeAgent(orl::MakeBackend(config))};
     }();
     return *module;
@@ -57,18 +47,10 @@ extern "C" __declspec(dllexport) COrlFcoeAgentIntf* GetFcoeAgent()
 
 extern "C" __declspec(dllexport) ULONG OrlAgentStatus(wchar_t* text, ULONG capacity)
 {
-    try
-    {
-        Module& module = TheModule();
-        const orl::BackendStatus status = module.agent.Status();
-        orl::PutAgentStatus(orl::AgentStatusText(module.config.backend, status.source,
-                                                 (status.ready ? L"ready, " : L"error, ") + status.text),
-                            text, capacity);
-        return status.ready ? 0 : 1;
-    }
-    catch (const std::exception&)
-    {
-        orl::PutAgentStatus({}, text, capacity);
-        return 1;
-    }
+    return orl::AnswerAgentStatus(text, capacity,
+                                  []
+                                  {
+                                      Module& module = TheModule();
+                                      return orl::AgentState{module.config.backend, module.agent.Status()};
+                                  });
 }

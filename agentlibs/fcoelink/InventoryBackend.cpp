@@ -122,7 +122,7 @@ BackendStatus InventoryBackend::Status()
     {
         const std::size_t count = m_file.Read().inventory->HbaCount();
         ReadState();
-        status.text = std::to_wstring(count) + (count == 1 ? L" HBA" : L" HBAs");
+        status.text = Counted(count, L"HBA");
         status.ready = true;
     }
     catch (const BackendError& error)

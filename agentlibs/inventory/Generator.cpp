@@ -21,6 +21,7 @@ constexpr ULONG MaxVlans = 3000; // from FirstVlan upwards within the 4094 that 
 constexpr ULONG MaxTargets = 65536;
 constexpr ULONG MaxLuns = 65536;
 constexpr ULONG MaxStatistics = 1024;
+constexpr ULONG MaxSettings = 1024;
 constexpr ULONG FirstVlan = 1002;
 constexpr ULONG FirstPortFcid = 0x010000;
 
@@ -141,20 +142,51 @@ Generator::Generator(ObjectReader& in)
     in.Number("lunsPerTarget", m_luns, 0, MaxLuns);
     in.Number("vlansPerHba", m_vlans, 0, MaxVlans);
     in.Number("statisticsPerHba", m_statistics, 0, MaxStatistics);
+    in.Number("settingsPerHba", m_settings, 0, MaxSettings);
 
     const struct
     {
         const char* name;
         ULONGLONG perHba;
-    } kinds[] = {{"fabrics", m_fabrics}, {"ports", ULONGLONG{m_ports} + m_virtualPorts},
-                 {"targets", m_targets}, {"LUNs", ULONGLONG{m_targets} * m_luns},
-                 {"VLANs", m_vlans},     {"statistics", m_statistics}};
+    } kinds[] = {{"fabrics", m_fabrics},  {"ports", ULONGLONG{m_ports} + m_virtualPorts},
+                 {"targets", m_targets},  {"LUNs", ULONGLONG{m_targets} * m_luns},
+                 {"VLANs", m_vlans},      {"statistics", m_statistics},
+                 {"settings", m_settings}};
     for (const auto& kind : kinds)
     {
         if (m_hbas * kind.perHba > MaxRecords)
             in.Refuse({}, std::to_string(m_hbas) + " HBAs with " + std::to_string(kind.perHba) + " " + kind.name +
                               " each are more than " + std::to_string(MaxRecords) + " " + kind.name);
     }
+}
+
+// Numbers and switches by turns.
+std::vector<SettingDescription> Generator::Settings() const
+{
+    std::vector<SettingDescription> settings(m_settings);
+    for (ULONG number = 0; number < m_settings; ++number)
+    {
+        SettingDescription& setting = settings[number];
+        const std::wstring text = std::to_wstring(number);
+        if (number % 2 == 0)
+        {
+            setting.name = L"Limit" + text;
+            setting.displayName = L"Limit " + text;
+            setting.max = 1000;
+            setting.defaultValue = 100;
+        }
+        else
+        {
+            setting.kind = SettingDescription::Kind::Enumeration;
+            setting.name = L"Switch" + text;
+            setting.displayName = L"Switch " + text;
+            setting.choices = {{0, L"Off"}, {1, L"On"}};
+        }
+        setting.caption = setting.name;
+        setting.registryKeyword = L"*" + setting.name;
+        setting.current = setting.defaultValue;
+    }
+    return settings;
 }
 
 std::optional<ULONG> Generator::Find(std::wstring_view deviceId) const

@@ -3,6 +3,7 @@
 
 #include "agentlibs/inventory/ObjectReader.h"
 #include "agentlibs/inventory/PortIndex.h"
+#include "agentlibs/settings/SettingDescription.h"
 #include "agent/OrlFcoeRecords.h"
 
 #include <cstdint>
@@ -47,6 +48,10 @@ public:
     ULONG CountPerHba(const ORL_FCOE_VLAN*) const { return m_vlans; }
     ULONG CountPerHba(const ORL_FCOE_STATISTIC*) const { return m_statistics; }
 
+    // The settings of an adapter: the same ones for each.
+    std::vector<SettingDescription> Settings() const;
+    ULONG SettingsPerHba() const { return m_settings; }
+
     std::size_t PhysicalPortsPerHba() const { return m_ports; }
 
     // Names and addresses are made by formula, so whose they are is computed. What has this port name; a target is said
@@ -74,6 +79,7 @@ private:
     ULONG m_luns = 4;
     ULONG m_vlans = 1;
     ULONG m_statistics = 8;
+    ULONG m_settings = 0;
 };
 
 } // namespace orl

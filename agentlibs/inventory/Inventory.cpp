@@ -73,6 +73,19 @@ ULONG Inventory::FreeFcid(ULONG from) const
     return 0;
 }
 
+std::vector<SettingDescription> Inventory::SettingsOf(std::size_t hba) const
+{
+    return hba < m_listed.size() ? m_listed[hba].settings : m_generator->Settings();
+}
+
+std::size_t Inventory::SettingCount() const
+{
+    std::size_t count = m_generator ? std::size_t{m_generator->HbaCount()} * m_generator->SettingsPerHba() : 0;
+    for (const ListedHba& hba : m_listed)
+        count += hba.settings.size();
+    return count;
+}
+
 void Inventory::AppendStatistics(const COrlString& deviceId, double seconds, std::vector<ORL_FCOE_STATISTIC>& out) const
 {
     std::size_t next = out.size();

@@ -4,6 +4,7 @@
 #include "agentlibs/inventory/Faults.h"
 #include "agentlibs/inventory/Generator.h"
 #include "agentlibs/inventory/PortIndex.h"
+#include "agentlibs/settings/SettingDescription.h"
 #include "agent/OrlFcoeRecords.h"
 
 #include <cstddef>
@@ -80,6 +81,10 @@ public:
     // The counters as they stand so many seconds after the moment that the file describes.
     void AppendStatistics(const COrlString& deviceId, double seconds, std::vector<ORL_FCOE_STATISTIC>& out) const;
 
+    // The settings of the adapter of this number, as the file says.
+    std::vector<SettingDescription> SettingsOf(std::size_t hba) const;
+    std::size_t SettingCount() const;
+
     const FaultPlan& Faults() const { return m_faults; }
 
 private:
@@ -91,6 +96,7 @@ private:
             records;
         std::vector<double> rates; // of the statistics, in their order
         std::size_t physicalPorts = 0;
+        std::vector<SettingDescription> settings;
 
         template <typename Record>
         void Append(std::vector<Record>& out) const

@@ -5,6 +5,7 @@
 #include "agentlibs/BackendError.h"
 #include "agentlibs/Text.h"
 #include "agentlibs/inventory/RecordFields.h"
+#include "agentlibs/inventory/SettingFields.h"
 
 namespace orl
 {
@@ -73,6 +74,7 @@ private:
                      statistic.Require("statistic");
                      statistic.Real("perSecond", hba.rates.emplace_back(0), MaxRate);
                  });
+        ReadSettings(in, hba.settings);
     }
 
     void Register(const ObjectReader& in, const COrlString& deviceId)

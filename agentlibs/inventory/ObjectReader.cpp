@@ -69,6 +69,16 @@ std::size_t Distance(std::string_view a, std::string_view b)
     return row.back();
 }
 
+template <typename Whole>
+std::optional<Whole> ParseDigits(std::string_view digits, int base)
+{
+    Whole number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, base);
+    if (error != std::errc() || end != digits.data() + digits.size())
+        return std::nullopt;
+    return number;
+}
+
 std::optional<ULONGLONG> ParseWhole(const JsonValue& value)
 {
     std::string_view digits = value.text;
@@ -82,11 +92,22 @@ std::optional<ULONGLONG> ParseWhole(const JsonValue& value)
     }
     else if (value.kind != JsonValue::Kind::Number)
         return std::nullopt;
-    ULONGLONG number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, base);
-    if (error != std::errc() || end != digits.data() + digits.size())
-        return std::nullopt;
-    return number;
+    return ParseDigits<ULONGLONG>(digits, base);
+}
+
+template <typename Whole>
+std::string NoWholeNumber(Whole low, Whole high, const JsonValue& found)
+{
+    return "expected a whole number from " + std::to_string(low) + " to " + std::to_string(high) + ", found " +
+           Found(found);
+}
+
+std::optional<LONGLONG> ParseSigned(const JsonValue& value)
+{
+    if (value.kind == JsonValue::Kind::Number && value.text.starts_with('-'))
+        return ParseDigits<LONGLONG>(value.text, 10);
+    const auto number = ParseWhole(value);
+    return number && *number <= 0xFFFFFFFF ? std::optional(static_cast<LONGLONG>(*number)) : std::nullopt;
 }
 
 } // namespace
@@ -162,8 +183,7 @@ std::optional<ULONGLONG> ObjectReader::Whole(std::string_view key, ULONGLONG low
         return std::nullopt;
     const auto number = ParseWhole(member->value);
     if (!number || *number < low || *number > high)
-        Refuse(key, "expected a whole number from " + std::to_string(low) + " to " + std::to_string(high) + ", found " +
-                        Found(member->value));
+        Refuse(key, NoWholeNumber(low, high, member->value));
     return number;
 }
 
@@ -176,6 +196,24 @@ void ObjectReader::Number(std::string_view key, ULONG& out, ULONG low, ULONG hig
 void ObjectReader::Number(std::string_view key, ULONGLONG& out)
 {
     out = Whole(key, 0, ~ULONGLONG{0}).value_or(out);
+}
+
+void ObjectReader::Signed(std::string_view key, LONG& out, LONG low, LONG high)
+{
+    m_known.push_back(key);
+    const JsonMember* member = Member(key);
+    if (member == nullptr)
+        return;
+    const auto number = ParseSigned(member->value);
+    if (!number || *number < low || *number > high)
+        Refuse(key, NoWholeNumber(low, high, member->value));
+    out = static_cast<LONG>(*number);
+}
+
+void ObjectReader::Boolean(std::string_view key, bool& out)
+{
+    if (const JsonValue* value = Find(key, JsonValue::Kind::Boolean))
+        out = value->boolean;
 }
 
 void ObjectReader::Real(std::string_view key, double& out, double high)

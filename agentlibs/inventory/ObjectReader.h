@@ -32,6 +32,9 @@ public:
     // Whole numbers, in decimal or as a text with 0x in front.
     void Number(std::string_view key, ULONG& out, ULONG low = 0, ULONG high = 0xFFFFFFFF);
     void Number(std::string_view key, ULONGLONG& out);
+    // With or without a minus sign.
+    void Signed(std::string_view key, LONG& out, LONG low, LONG high);
+    void Boolean(std::string_view key, bool& out);
     // From 0 to `high`, whole or not.
     void Real(std::string_view key, double& out, double high);
     // Which of `names` stands there.

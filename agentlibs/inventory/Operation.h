@@ -1,4 +1,4 @@
-// The agent's operations by name, as an inventory's faults call them.
+// The agents' operations by name, as an inventory's faults call them.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 namespace orl
 {
 
-// In the order of the agent's table of operations.
+// In the order of the agents' tables of operations: Fcoelink's, then Corelink's.
 enum class Operation : std::size_t
 {
     EnumerateHBAs,
@@ -22,15 +22,36 @@ enum class Operation : std::size_t
     CreateVirtualPort,
     DeleteVirtualPort,
     GenerateVirtualPortWWPN,
-    RefreshTargets
+    RefreshTargets,
+    GetSetting,
+    SetSetting,
+    SetSettingToDefault,
+    GetAdapter,
+    ValidateSettingModification,
+    EnumerateSettings
 };
 
 inline const std::vector<std::string_view>& OperationNames()
 {
     static const std::vector<std::string_view> names = {
-        "EnumerateHBAs",     "EnumerateFabrics",  "EnumeratePorts",          "EnumerateTargets",
-        "EnumerateVLANs",    "EnumerateLUNs",     "EnumerateStatistics",     "Uninstall",
-        "CreateVirtualPort", "DeleteVirtualPort", "GenerateVirtualPortWWPN", "RefreshTargets",
+        "EnumerateHBAs",
+        "EnumerateFabrics",
+        "EnumeratePorts",
+        "EnumerateTargets",
+        "EnumerateVLANs",
+        "EnumerateLUNs",
+        "EnumerateStatistics",
+        "Uninstall",
+        "CreateVirtualPort",
+        "DeleteVirtualPort",
+        "GenerateVirtualPortWWPN",
+        "RefreshTargets",
+        "GetSetting",
+        "SetSetting",
+        "SetSettingToDefault",
+        "GetAdapter",
+        "ValidateSettingModification",
+        "EnumerateSettings",
     };
     return names;
 }

@@ -4,10 +4,11 @@
 
 #include "agentlibs/Text.h"
 #include "agentlibs/fcoelink/WorldWideName.h"
+#include "agentlibs/inventory/FirstPlaces.h"
+#include "agentlibs/inventory/JsonParts.h"
 #include "agentlibs/inventory/ObjectReader.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace orl
 {
@@ -35,42 +36,13 @@ std::string NameString(std::uint64_t name)
     return '"' + Narrow(FormatWorldWideName(name)) + '"';
 }
 
-std::string Member(const char* key, const std::string& value)
-{
-    return '"' + std::string(key) + "\": " + value;
-}
-
-std::string Enclosed(char open, const std::vector<std::string>& parts, char close, const char* before)
-{
-    std::string text(1, open);
-    for (const std::string& part : parts)
-        text.append(text.size() == 1 ? "" : *before == '\0' ? ", " : ",").append(before).append(part);
-    return text + close;
-}
-
 std::string ObjectText(const VirtualPortState::Port& port)
 {
-    std::string text = "{" + Member("worldWidePortName", NameString(port.portName));
+    std::string text = "{" + JsonMemberText("worldWidePortName", NameString(port.portName));
     if (port.nodeName != 0)
-        text += ", " + Member("worldWideNodeName", NameString(port.nodeName));
-    return text + ", " + Member("fcid", std::to_string(port.fcid)) + "}";
+        text += ", " + JsonMemberText("worldWideNodeName", NameString(port.nodeName));
+    return text + ", " + JsonMemberText("fcid", std::to_string(port.fcid)) + "}";
 }
-
-// What must not stand twice in the section, and where it stands the first time.
-class Places
-{
-public:
-    void Put(ObjectReader& in, std::string_view key, const std::wstring& value, const char* what)
-    {
-        const auto [known, isNew] = m_places.emplace(value, std::string());
-        if (!isNew)
-            in.Refuse(key, std::string("another ") + what + ", at " + known->second);
-        known->second = in.LineAndColumn(key);
-    }
-
-private:
-    std::unordered_map<std::wstring, std::string> m_places;
-};
 
 } // namespace
 
@@ -83,9 +55,9 @@ VirtualPortState VirtualPortState::Read(const StateDocument& document)
     const JsonPlace root;
     const JsonPlace place{&root, Section, 0};
     ObjectReader in(document.Source(), place, *section);
-    Places hbas;
-    Places created;
-    Places addresses;
+    FirstPlaces hbas;
+    FirstPlaces created;
+    FirstPlaces addresses;
     in.ForEach("hbas",
                [&](ObjectReader& element)
                {
@@ -137,37 +109,36 @@ VirtualPortState VirtualPortState::Read(const StateDocument& document)
     return state;
 }
 
-// Lists and objects are put together by hand: the JSON library's own values need memory to be destroyed, and end the
-// process when there is none.
 std::string VirtualPortState::Text() const
 {
     std::vector<std::string> hbas;
     for (const auto& [key, hba] : m_hbas)
     {
-        std::vector<std::string> members = {Member("deviceId", JsonString(Narrow(hba.deviceId)))};
+        std::vector<std::string> members = {JsonMemberText("deviceId", JsonString(Narrow(hba.deviceId)))};
         std::vector<std::string> created;
         for (const Port& port : hba.created)
             created.push_back(ObjectText(port));
         if (!created.empty())
-            members.push_back(Member("created", Enclosed('[', created, ']', "\n  ")));
+            members.push_back(JsonMemberText("created", JsonEnclosed('[', created, ']', "\n  ")));
         std::vector<std::string> deleted;
         for (const std::uint64_t name : hba.deleted)
-            deleted.push_back("{" + Member("worldWidePortName", NameString(name)) + "}");
+            deleted.push_back("{" + JsonMemberText("worldWidePortName", NameString(name)) + "}");
         if (!deleted.empty())
-            members.push_back(Member("deleted", Enclosed('[', deleted, ']', "\n  ")));
-        hbas.push_back(Enclosed('{', members, '}', ""));
+            members.push_back(JsonMemberText("deleted", JsonEnclosed('[', deleted, ']', "\n  ")));
+        hbas.push_back(JsonEnclosed('{', members, '}', ""));
     }
     std::vector<std::string> names;
     for (const auto& [address, extension] : m_lastExtension)
-        names.push_back("{" +
-                        Member("address", "\"0x" + Narrow(FormatWorldWideName(address | AddressTop)).substr(4) + '"') +
-                        ", " + Member("lastExtension", std::to_string(extension)) + "}");
+        names.push_back(
+            "{" +
+            JsonMemberText("address", "\"0x" + Narrow(FormatWorldWideName(address | AddressTop)).substr(4) + '"') +
+            ", " + JsonMemberText("lastExtension", std::to_string(extension)) + "}");
     std::vector<std::string> section;
     if (!hbas.empty())
-        section.push_back(Member("hbas", Enclosed('[', hbas, ']', "\n ")));
+        section.push_back(JsonMemberText("hbas", JsonEnclosed('[', hbas, ']', "\n ")));
     if (!names.empty())
-        section.push_back(Member("generatedNames", Enclosed('[', names, ']', "\n ")));
-    return Enclosed('{', section, '}', "");
+        section.push_back(JsonMemberText("generatedNames", JsonEnclosed('[', names, ']', "\n ")));
+    return JsonEnclosed('{', section, '}', "");
 }
 
 const VirtualPortState::Hba* VirtualPortState::Find(const COrlString& deviceId) const

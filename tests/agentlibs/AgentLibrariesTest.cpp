@@ -81,21 +81,42 @@ TEST(AgentLibraries, FcoelinkServesTheInventoryThatTheRegistryNames)
     EXPECT_THROW(agent->EnumeratePorts(L"", ports, status), std::runtime_error);
 }
 
-TEST(AgentLibraries, CorelinkServesAdaptersWithoutSettings)
+// One test, for the same reason.
+TEST(AgentLibraries, CorelinkServesTheInventoryThatTheRegistryNames)
 {
+    const TestFolder folder;
+    const std::wstring path = (folder / "san.json").wstring();
     TestRegistry registry;
+    const std::wstring key = std::wstring(AgentsKey) + L"\\Corelink";
+    registry.SetText(key, L"Backend", L"inventory");
+    registry.SetText(key, L"Inventory", path);
+
     const HMODULE module = Load(L"Corelink");
     const auto getAgent = Find<GetCoreAgentFunction>(module, "GetCoreAgent");
+    const auto getStatus = Find<OrlAgentStatusFunction>(module, "OrlAgentStatus");
     OrlAdapterAgent* const agent = getAgent();
-    ASSERT_NE(agent, nullptr);
+    ASSERT_NE(agent, nullptr) << "a back end that is not ready is no reason to have no agent";
     EXPECT_EQ(getAgent(), agent);
+
     CResult status;
     ORL_SETTING* setting = nullptr;
-    EXPECT_EQ(agent->GetSetting(L"eth0", L"Mtu", setting, status).ulErrCode, static_cast<ULONG>(ERROR_NOT_FOUND));
+    EXPECT_EQ(agent->GetSetting(L"eth0", L"Depth", setting, status).ulErrCode,
+              static_cast<ULONG>(ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(setting, nullptr);
+    wchar_t text[1024];
+    EXPECT_EQ(getStatus(text, 1024), 1u);
+    EXPECT_EQ(text, L"back end: inventory\nsource: " + path + L"\nstate: error, " + path + L": does not exist");
 
-    wchar_t text[256];
-    EXPECT_EQ(Find<OrlAgentStatusFunction>(module, "OrlAgentStatus")(text, 256), 0u);
-    EXPECT_STREQ(text, L"back end: none\nsource: none\nstate: ready, adapters have no settings");
+    std::ofstream(folder / "san.json") << R"({"hbas": [{"deviceId": "eth0", "settings": [
+        {"kind": "integer", "name": "Depth", "min": 0, "max": 9, "default": 4}]}]})";
+    EXPECT_EQ(agent->GetSetting(L"eth0", L"Depth", setting, status).ulErrCode, 0u);
+    ASSERT_NE(setting, nullptr);
+    const std::unique_ptr<ORL_SETTING> owned(setting);
+    EXPECT_EQ(dynamic_cast<ORL_SETTING_INT&>(*setting).Current, 4);
+    EXPECT_EQ(agent->GetSetting(L"eth0", L"Mtu", setting, status).ulErrCode, static_cast<ULONG>(ERROR_NOT_FOUND));
+    EXPECT_EQ(setting, nullptr);
+    EXPECT_EQ(getStatus(text, 1024), 0u);
+    EXPECT_EQ(text, L"back end: inventory\nsource: " + path + L"\nstate: ready, 1 setting of 1 HBA");
 }
 
 } // namespace orl::test

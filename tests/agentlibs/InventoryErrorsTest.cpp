@@ -153,7 +153,8 @@ const BadInventory Table[] = {
     {"FaultUnknownOperation", R"({"faults": [{"operation": "EnumerateHBA", "effect": "fail"}]})",
      "san.json:1:27: /faults/0/operation: \"EnumerateHBA\" is none of EnumerateHBAs, EnumerateFabrics, "
      "EnumeratePorts, EnumerateTargets, EnumerateVLANs, EnumerateLUNs, EnumerateStatistics, Uninstall, "
-     "CreateVirtualPort, DeleteVirtualPort, GenerateVirtualPortWWPN, RefreshTargets, *"},
+     "CreateVirtualPort, DeleteVirtualPort, GenerateVirtualPortWWPN, RefreshTargets, GetSetting, SetSetting, "
+     "SetSettingToDefault, GetAdapter, ValidateSettingModification, EnumerateSettings, *"},
     {"FaultWithoutOperation", R"({"faults": [{"effect": "fail"}]})",
      "san.json:1:13: /faults/0: the key \"operation\" is missing"},
     {"FaultWithoutEffect", R"({"faults": [{"operation": "*"}]})",

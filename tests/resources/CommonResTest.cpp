@@ -84,6 +84,9 @@ TEST_F(CommonRes, EveryNumberHasItsText)
         {3006, L"%s of %s cannot be changed while its controller is enabled."},
         {3007, L"The kernel refused to set %s of %s: %s."},
         {3008, L"%s of %s takes effect when its controller is enabled again."},
+        {3009, L"%s of %s is read-only."},
+        {3010, L"%s cannot be set to \"%s\": expected a whole number, in decimal or behind 0x."},
+        {3011, L"%s of %s was set to %s, but the kernel shows \"%s\"."},
     };
     for (const auto& [number, text] : texts)
         EXPECT_EQ(Text(number), text) << number;
@@ -91,7 +94,7 @@ TEST_F(CommonRes, EveryNumberHasItsText)
 
 TEST_F(CommonRes, OtherNumbersHaveNone)
 {
-    for (const unsigned number : {0u, 1u, 1194u, 1224u, 1231u, 2022u, 3000u, 3009u, 65535u})
+    for (const unsigned number : {0u, 1u, 1194u, 1224u, 1231u, 2022u, 3000u, 3012u, 65535u})
         EXPECT_EQ(Text(number), L"") << number;
 }
 

@@ -5,6 +5,7 @@
 #include "agentlibs/BackendError.h"
 #include "agentlibs/Text.h"
 #include "agentlibs/fcoelink/WorldWideName.h"
+#include "agentlibs/fcoelink/sysfs/SysfsErrors.h"
 #include "agentlibs/fcoelink/sysfs/SysfsText.h"
 
 #include <cerrno>
@@ -22,31 +23,9 @@ namespace
 // Advice about something that was done.
 constexpr ULONG KindAdvice = 2;
 
-ULONG ErrorCode(int error)
-{
-    switch (error)
-    {
-    case EACCES:
-    case EPERM:
-        return ERROR_ACCESS_DENIED;
-    case EBUSY:
-        return ERROR_BUSY;
-    case EINVAL:
-        return ERROR_INVALID_PARAMETER;
-    case ENODEV:
-    case ENOENT:
-    case ENXIO:
-        return ERROR_DEV_NOT_EXIST;
-    case EROFS:
-        return ERROR_WRITE_PROTECT;
-    default:
-        return ERROR_GEN_FAILURE;
-    }
-}
-
 std::wstring Refusal(const std::wstring& where, const std::wstring& what, int error)
 {
-    return where + L": the kernel refused " + what + L": " + Wide(std::generic_category().message(error));
+    return where + L": the kernel refused " + what + L": " + ErrorText(error);
 }
 
 [[noreturn]] void ThrowRefused(const std::wstring& where, const std::wstring& what, int error)
@@ -58,13 +37,7 @@ Controller FindController(const Tree& tree, const std::wstring& action, const st
 {
     if (deviceId.empty())
         throw BackendError(ERROR_INVALID_PARAMETER, action + L": the DeviceID is empty and names no HBA");
-    std::optional<Controller> found;
-    tree.ForEachController(deviceId,
-                           [&](const Controller& controller)
-                           {
-                               if (!found)
-                                   found = controller;
-                           });
+    const auto found = tree.FindController(deviceId);
     if (!found)
         throw BackendError(ERROR_DEV_NOT_EXIST, action + L": there is no HBA \"" + deviceId + L"\"");
     return *found;

@@ -65,8 +65,7 @@ BackendStatus SysfsBackend::Status()
         std::size_t count = 0;
         tree.ForEachController({}, [&](const Controller&) { ++count; });
         status.ready = tree.HasFcoeBus();
-        status.text = status.ready ? std::to_wstring(count) + (count == 1 ? L" HBA" : L" HBAs")
-                                   : L"there is no sys/bus/fcoe: the kernel's FCoE stack is not loaded (modprobe fcoe)";
+        status.text = status.ready ? Counted(count, L"HBA") : std::wstring(NoFcoeBus);
     }
     catch (const BackendError& error)
     {

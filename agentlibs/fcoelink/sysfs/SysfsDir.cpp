@@ -2,7 +2,7 @@
 
 #include "agentlibs/fcoelink/sysfs/SysfsDir.h"
 
-#include "agentlibs/fcoelink/Backend.h"
+#include "agentlibs/BackendError.h"
 #include "agentlibs/fcoelink/sysfs/SysfsText.h"
 
 #include <algorithm>
@@ -201,7 +201,7 @@ bool Dir::Present() const
 
 int Dir::Write(const char* attribute, std::string_view text) const
 {
-    const Descriptor fd(m_node ? OpenRegular(m_node->fd, attribute, O_WRONLY) : (errno = ENOENT, -1));
+    const Descriptor fd(m_node ? OpenRegular(m_node->fd, attribute, O_WRONLY | O_TRUNC) : (errno = ENOENT, -1));
     if (fd.Get() < 0)
         return errno;
     ssize_t written = -1;

@@ -56,7 +56,8 @@ public:
     // in its place, since it was opened.
     bool Present() const;
 
-    // Hands the text to the attribute in one piece, as the kernel wants it. Returns 0, or the errno of the refusal.
+    // Hands the text to the attribute in one piece, as the kernel wants it. Returns 0, or the errno of the refusal. A
+    // plain file, in a tree that is no kernel's, holds this text alone afterwards.
     int Write(const char* attribute, std::string_view text) const;
 
 private:

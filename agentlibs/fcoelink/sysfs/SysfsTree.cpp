@@ -169,6 +169,19 @@ std::vector<Tree::Location> Tree::Locate(const std::wstring& deviceId) const
     return found;
 }
 
+std::optional<Controller> Tree::FindController(const std::wstring& deviceId) const
+{
+    std::optional<Controller> found;
+    if (!deviceId.empty())
+        ForEachController(deviceId,
+                          [&](const Controller& controller)
+                          {
+                              if (!found)
+                                  found = controller;
+                          });
+    return found;
+}
+
 void Tree::ForEachController(const std::wstring& deviceId, const std::function<void(const Controller&)>& visit) const
 {
     for (const Location& location : Locate(deviceId))

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,10 @@ struct Disk
     std::uint64_t lun = 0;
 };
 
+// Why there may be no controllers, for the user.
+inline constexpr const wchar_t* NoFcoeBus =
+    L"there is no sys/bus/fcoe: the kernel's FCoE stack is not loaded (modprobe fcoe)";
+
 // One look at the tree. Devices come and go while it is walked: each is visited if its folder could be opened, in the
 // order of the numbers in the names. Looking at one HBA opens nothing that belongs to another.
 class Tree
@@ -64,6 +69,9 @@ public:
     // The controllers by the index of their interface; with a device id that of this interface alone. A device id
     // matches as it is written, and if no interface is named so, without regard to case.
     void ForEachController(const std::wstring& deviceId, const std::function<void(const Controller&)>& visit) const;
+
+    // The one of this device id; nothing for an empty one.
+    std::optional<Controller> FindController(const std::wstring& deviceId) const;
 
     // PCI address of the adapter below the interface, empty when there is none.
     std::string BusAddress(const std::string& interfacePath) const;

@@ -7,9 +7,7 @@ namespace orl
 
 std::unique_ptr<FcoeBackend> MakeSysfsBackend(const BackendConfig& config)
 {
-    return MakeUnavailableBackend(config.sysfsRoot, {ERROR_NOT_SUPPORTED,
-                                                     L"the back end \"sysfs\" is not available on this platform; set "
-                                                     L"Backend to \"inventory\""});
+    return MakeUnavailableBackend(config.sysfsRoot, SysfsUnavailable());
 }
 
 } // namespace orl

@@ -100,7 +100,9 @@ TEST_F(SharedSettings, OfOneAgentServeEightThreadsThatReadAndWrite)
                     COrlPointerArray<ORL_SETTING*> settings;
                     EXPECT_EQ(mine.EnumerateSettings(L"sim0", settings, status).ulErrCode, 0u);
                     ASSERT_EQ(settings.size(), 32u);
-                    EXPECT_EQ(static_cast<const ORL_SETTING_INT*>(settings[2 * static_cast<std::size_t>(number)])->Current, round);
+                    EXPECT_EQ(
+                        static_cast<const ORL_SETTING_INT*>(settings[2 * static_cast<std::size_t>(number)])->Current,
+                        round);
                 }
             });
     for (std::thread& thread : threads)

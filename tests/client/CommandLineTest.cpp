@@ -151,6 +151,21 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
         {{"call", "A.B=1", "Run", "C"}, "a parameter wants NAME=VALUE, not C", "orlwmi call --help"},
         {{"call", "A.B=1", "Run", "=C"}, "a parameter wants NAME=VALUE, not =C", "orlwmi call --help"},
         {{"delete"}, "PATH is required", "orlwmi delete --help"},
+        {{"set"}, "ARGUMENT is required", "orlwmi set --help"},
+        {{"set", "A.B=1"}, "set wants PATH NAME=VALUE..., or --hba, --setting and one VALUE", "orlwmi set --help"},
+        {{"set", "A.B=1", "C"}, "a property wants NAME=VALUE, not C", "orlwmi set --help"},
+        {{"set", "--hba", "a", "--setting", "b", "1", "2"},
+         "set wants PATH NAME=VALUE..., or --hba, --setting and one VALUE",
+         "orlwmi set --help"},
+        {{"set", "--setting", "b", "1"}, "--setting requires --hba", "orlwmi set --help"},
+        {{"set", "--hba", "a", "1"}, "--hba requires --setting", "orlwmi set --help"},
+        {{"set", "--hba", "", "--setting", "b", "1"}, "--hba and --setting want names", "orlwmi set --help"},
+        {{"reset"}, "reset wants one PATH, or --hba and --setting", "orlwmi reset --help"},
+        {{"reset", "A.B=1", "C.D=1"}, "reset wants one PATH, or --hba and --setting", "orlwmi reset --help"},
+        {{"reset", "A.B=1", "--hba", "a", "--setting", "b"},
+         "reset wants one PATH, or --hba and --setting",
+         "orlwmi reset --help"},
+        {{"settings", "--format", "mof"}, "--format: mof not in {table,list,json,csv}", "orlwmi settings --help"},
         {{"delete", "A.B=1", ""}, "the name, path or query is empty", "orlwmi delete --help"},
         {{"enum", "A", "--select", "B,,C"},
          "--select wants names of properties with commas between, not B,,C",
@@ -197,8 +212,8 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
 TEST(CommandLine, HelpsWithExamplesForEachCommand)
 {
     EXPECT_THAT(HelpFor({"--help"}), HasSubstr("Exit codes:"));
-    for (const std::string command :
-         {"tree", "stats", "enum", "get", "query", "assoc", "refs", "call", "delete", "class", "classes", "doctor"})
+    for (const std::string command : {"tree", "stats", "enum", "get", "query", "assoc", "refs", "settings", "call",
+                                      "set", "reset", "delete", "class", "classes", "doctor"})
     {
         const std::string help = HelpFor({command, "--help"});
         EXPECT_THAT(help, HasSubstr("Examples:\n  orlwmi " + command)) << command;

@@ -271,9 +271,19 @@ public:
     {
         return E_NOTIMPL;
     }
-    HRESULT STDMETHODCALLTYPE PutInstance(IWbemClassObject*, LONG, IWbemContext*, IWbemCallResult**) override
+    HRESULT STDMETHODCALLTYPE PutInstance(IWbemClassObject* instance, LONG flags, IWbemContext*,
+                                          IWbemCallResult** result) override
     {
-        return E_NOTIMPL;
+        if ((flags & WBEM_FLAG_UPDATE_ONLY) == 0)
+        {
+            return WBEM_E_INVALID_PARAMETER; // it could make an instance
+        }
+        CComVariant name;
+        instance->Get(L"__CLASS", 0, &name, nullptr, nullptr);
+        const std::wstring call = L"PutInstance(" + NotedScalar(name);
+        const FakeAnswer& answer = m_state->Answer(call + L")");
+        m_state->calls.back() = call + NotedParameters(instance) + L")";
+        return HandOut(answer, flags & ~WBEM_FLAG_UPDATE_ONLY, result);
     }
     HRESULT STDMETHODCALLTYPE PutInstanceAsync(IWbemClassObject*, LONG, IWbemContext*, IWbemObjectSink*) override
     {
@@ -414,6 +424,11 @@ void FakeServices::OnClasses(FakeAnswer answer)
 void FakeServices::OnDelete(const std::wstring& path, FakeAnswer answer)
 {
     m_state->answers[L"DeleteInstance(" + path + L")"] = std::move(answer);
+}
+
+void FakeServices::OnPut(const std::wstring& className, FakeAnswer answer)
+{
+    m_state->answers[L"PutInstance(" + className + L")"] = std::move(answer);
 }
 
 void FakeServices::OnMethod(const std::wstring& path, const std::wstring& method, FakeAnswer answer)

@@ -78,9 +78,9 @@ void LeaveErrorInfo(const FakeContent& explanation);
 std::wstring NotedValue(const VARIANT& value);
 
 // The service. Requests are noted as "GetObject(path)", "CreateInstanceEnum(class)", "ExecQuery(WQL, query)",
-// "CreateClassEnum()", "ExecMethod(path, method)", with in-parameters "ExecMethod(path, method, name = value)", and
-// "DeleteInstance(path)"; one that the test has no answer for is WBEM_E_NOT_FOUND. Only in-parameters that were put are
-// noted.
+// "CreateClassEnum()", "ExecMethod(path, method)", with in-parameters "ExecMethod(path, method, name = value)",
+// "PutInstance(class, name = value)" and "DeleteInstance(path)"; one that the test has no answer for is
+// WBEM_E_NOT_FOUND. Of in-parameters and instances only what was put is noted.
 class FakeServices
 {
 public:
@@ -92,6 +92,7 @@ public:
     void OnEnumerate(const std::wstring& className, FakeAnswer answer);
     void OnQuery(const std::wstring& wql, FakeAnswer answer);
     void OnClasses(FakeAnswer answer);
+    void OnPut(const std::wstring& className, FakeAnswer answer);
     void OnDelete(const std::wstring& path, FakeAnswer answer);
     // For calls with any in-parameters.
     void OnMethod(const std::wstring& path, const std::wstring& method, FakeAnswer answer);

@@ -73,7 +73,7 @@ TEST(ParameterValues, TravelAsTheirTypeDoes)
     };
     for (const auto& c : cases)
     {
-        EXPECT_EQ(NotedValue(MakeParameterValue("P", c.type, c.texts)), c.value)
+        EXPECT_EQ(NotedValue(MakeParameterValue("the parameter P", c.type, c.texts)), c.value)
             << c.type << " of " << testing::PrintToString(c.texts);
     }
 }
@@ -119,7 +119,7 @@ TEST(ParameterValues, AreRefusedWhenTheyAreNoneOfTheType)
     {
         try
         {
-            static_cast<void>(MakeParameterValue("P", c.type, c.texts));
+            static_cast<void>(MakeParameterValue("the parameter P", c.type, c.texts));
             ADD_FAILURE() << c.message;
         }
         catch (const Failure& failure)

@@ -15,6 +15,18 @@ CComBSTR Bstr(const std::string& text)
     return CComBSTR(FromUtf8(text).c_str());
 }
 
+// Waits for a call that has no result but its status.
+void AwaitEnd(CComPtr<IWbemCallResult>& call, const Deadline& deadline, const std::string& what)
+{
+    AwaitCall(call, deadline, what,
+              [&](LONG slice)
+              {
+                  LONG outcome = WBEM_S_NO_ERROR;
+                  const HRESULT status = call->GetCallStatus(slice, &outcome);
+                  return status == WBEM_S_NO_ERROR ? static_cast<HRESULT>(outcome) : status;
+              });
+}
+
 } // namespace
 
 CComPtr<IWbemClassObject> CallMethod(IWbemServices* services, const std::string& path, const std::string& method,
@@ -30,19 +42,22 @@ CComPtr<IWbemClassObject> CallMethod(IWbemServices* services, const std::string&
     return out;
 }
 
+void PutInstance(IWbemServices* services, IWbemClassObject* instance, const std::string& path, const Deadline& deadline)
+{
+    const std::string what = "cannot change " + path;
+    ClearErrorInfo();
+    CComPtr<IWbemCallResult> call;
+    Check(services->PutInstance(instance, WBEM_FLAG_UPDATE_ONLY | WBEM_FLAG_RETURN_IMMEDIATELY, nullptr, &call), what);
+    AwaitEnd(call, deadline, what);
+}
+
 void DeleteInstance(IWbemServices* services, const std::string& path, const Deadline& deadline)
 {
     const std::string what = "cannot delete " + path;
     ClearErrorInfo();
     CComPtr<IWbemCallResult> call;
     Check(services->DeleteInstance(Bstr(path), WBEM_FLAG_RETURN_IMMEDIATELY, nullptr, &call), what);
-    AwaitCall(call, deadline, what,
-              [&](LONG slice)
-              {
-                  LONG outcome = WBEM_S_NO_ERROR;
-                  const HRESULT status = call->GetCallStatus(slice, &outcome);
-                  return status == WBEM_S_NO_ERROR ? static_cast<HRESULT>(outcome) : status;
-              });
+    AwaitEnd(call, deadline, what);
 }
 
 } // namespace orl::client

@@ -15,6 +15,10 @@ namespace orl::client
                                                    const std::string& method, IWbemClassObject* in,
                                                    const Deadline& deadline);
 
+// Writes back an instance that was read from the path and changed since. Throws Failure.
+void PutInstance(IWbemServices* services, IWbemClassObject* instance, const std::string& path,
+                 const Deadline& deadline);
+
 // Deletes the instance at a path. Throws Failure.
 void DeleteInstance(IWbemServices* services, const std::string& path, const Deadline& deadline);
 

@@ -52,12 +52,12 @@ bool IsGlob(const std::string& pattern)
     return pattern.find_first_of("*?") != std::string::npos;
 }
 
-std::string AnyOf(const std::vector<std::string>& ids)
+std::string AnyOf(const std::vector<std::string>& ids, const std::string& property)
 {
     std::string condition;
     for (const auto& id : ids)
     {
-        condition += (condition.empty() ? "" : " OR ") + std::string("DeviceID = ") + WqlText(id);
+        condition += (condition.empty() ? "" : " OR ") + property + " = " + WqlText(id);
     }
     return condition;
 }
@@ -116,7 +116,7 @@ AdapterChoice::AdapterChoice(const std::vector<std::string>& patterns, Session& 
     }
     // Names that are written out are asked for by name, so that no other adapter is looked at.
     const bool byName = patterns.size() <= MostConditions && std::none_of(patterns.begin(), patterns.end(), IsGlob);
-    const auto ids = ReadIds(byName ? AnyOf(patterns) : std::string(), session);
+    const auto ids = ReadIds(byName ? AnyOf(patterns, "DeviceID") : std::string(), session);
     for (const auto& pattern : patterns)
     {
         bool found = false;
@@ -141,9 +141,17 @@ bool AdapterChoice::Has(std::string_view deviceId) const
     return m_all || m_known.count(Lower(deviceId)) != 0;
 }
 
-std::string AdapterChoice::Condition() const
+std::string AdapterChoice::Condition(const std::string& property) const
 {
-    return m_ids.size() <= MostConditions ? AnyOf(m_ids) : std::string();
+    return m_ids.size() <= MostConditions ? AnyOf(m_ids, property) : std::string();
+}
+
+Results InstancesOf(const char* className, const AdapterChoice& choice, Session& session, const std::string& property)
+{
+    const std::string condition = choice.Condition(property);
+    return condition.empty()
+               ? Results::Instances(session.services, className)
+               : Results::Query(session.services, std::string("SELECT * FROM ") + className + " WHERE " + condition);
 }
 
 } // namespace orl::client

@@ -1,6 +1,7 @@
 // AdapterChoice: the adapters that a command line names.
 #pragma once
 
+#include "tools/orlwmi/Results.h"
 #include "tools/orlwmi/Session.h"
 
 #include <string>
@@ -28,14 +29,18 @@ public:
     // Whether something that belongs to this adapter is wanted.
     [[nodiscard]] bool Has(std::string_view deviceId) const;
 
-    // The condition of the query language for what belongs to them. Empty for all, and for so many that asking for all
-    // and leaving out the rest is cheaper.
-    [[nodiscard]] std::string Condition() const;
+    // The condition of the query language for what belongs to them, by the property that names the adapter. Empty for
+    // all, and for so many that asking for all and leaving out the rest is cheaper.
+    [[nodiscard]] std::string Condition(const std::string& property = "DeviceID") const;
 
 private:
     bool m_all;
     std::vector<std::string> m_ids;          // each once, as the service writes them
     std::unordered_set<std::string> m_known; // the same in lower case
 };
+
+// The instances of a class that belong to the chosen adapters, and maybe others: AdapterChoice::Has decides.
+[[nodiscard]] Results InstancesOf(const char* className, const AdapterChoice& choice, Session& session,
+                                  const std::string& property = "DeviceID");
 
 } // namespace orl::client

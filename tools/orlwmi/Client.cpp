@@ -59,6 +59,9 @@ ExitCode RunCommand(const Options& options, Session& session)
     case Command::Stats:
         RunStats(options, session);
         break;
+    case Command::Settings:
+        RunSettings(options, session);
+        break;
     case Command::Enum:
         RunEnum(options, session);
         break;
@@ -74,6 +77,10 @@ ExitCode RunCommand(const Options& options, Session& session)
         break;
     case Command::Call:
         return RunCall(options, session);
+    case Command::Set:
+        return RunSet(options, session);
+    case Command::Reset:
+        return RunReset(options, session);
     case Command::Delete:
         return RunDelete(options, session);
     case Command::Class:

@@ -93,6 +93,32 @@ bool NeedsSubject(Command command)
     }
 }
 
+// `set` and `reset` name a setting by its adapter and name, or by its path.
+void CheckSettingOperands(Options& options, bool isNamed)
+{
+    auto& operands = options.operands;
+    if (isNamed && (options.hba.empty() || options.setting.empty()))
+    {
+        Refuse("--hba and --setting want names");
+    }
+    if (options.command == Command::Reset && (operands.size() == 1) == isNamed)
+    {
+        Refuse("reset wants one PATH, or --hba and --setting");
+    }
+    if (options.command != Command::Set)
+    {
+        return;
+    }
+    if (isNamed ? operands.size() != 1 : operands.size() < 2)
+    {
+        Refuse("set wants PATH NAME=VALUE..., or --hba, --setting and one VALUE");
+    }
+    for (size_t i = 1; i < operands.size(); ++i)
+    {
+        options.parameters.push_back(ParseAssignment("a property", operands[i]));
+    }
+}
+
 Options Checked(Raw raw, const CLI::App& command)
 {
     Options options = std::move(raw.options);
@@ -133,6 +159,10 @@ Options Checked(Raw raw, const CLI::App& command)
         std::find(operands.begin(), operands.end(), "") != operands.end())
     {
         Refuse("the name, path or query is empty");
+    }
+    if (options.command == Command::Set || options.command == Command::Reset)
+    {
+        CheckSettingOperands(options, command.count("--setting") != 0);
     }
     if (options.format == Format::Mof && !options.select.empty())
     {

@@ -75,6 +75,15 @@ void AddKeys(CLI::App& command, Raw& raw)
         ->allow_extra_args(false);
 }
 
+void AddSetting(CLI::App& command, Raw& raw)
+{
+    auto* hba = command.add_option("--hba", raw.options.hba, "Adapter of the setting; * and ? as in orlwmi tree");
+    auto* setting =
+        command.add_option("--setting", raw.options.setting, "Name of the setting, or its name for display");
+    hba->type_name("HBA")->needs(setting);
+    setting->type_name("NAME")->needs(hba);
+}
+
 // The object that a command is about, by its path or by its class and keys.
 void AddSource(CLI::App& command, Raw& raw)
 {
@@ -113,6 +122,12 @@ void DeclareViews(CLI::App& app, Raw& raw)
     stats.add_flag("--all", raw.options.all, "Counters that stand at 0 too");
     AddFormat(stats, raw, {"table", "json", "csv"}, "table");
     AddConnectionOptions(stats, raw);
+
+    auto& settings =
+        AddCommand(app, raw, Command::Settings, "settings", "Show the settings of the adapters", SettingsHelp);
+    AddAdapters(settings, raw);
+    AddFormat(settings, raw, FormatList(false), "table");
+    AddConnectionOptions(settings, raw);
 }
 
 void DeclareObjects(CLI::App& app, Raw& raw)
@@ -179,6 +194,17 @@ void DeclareActions(CLI::App& app, Raw& raw)
     call.add_option("PARAMETER", raw.parameters, "In-parameters of the method, as NAME=VALUE");
     AddFormat(call, raw, FormatList(true), "list");
     AddConnectionOptions(call, raw);
+
+    auto& set = AddCommand(app, raw, Command::Set, "set", "Change an instance, or a setting of an adapter", SetHelp);
+    set.add_option("ARGUMENT", raw.options.operands, "PATH NAME=VALUE..., or with --setting the VALUE")->required();
+    AddSetting(set, raw);
+    set.add_flag("--dry-run", raw.options.dryRun, "Ask whether the adapter would take the value; change nothing");
+    AddConnectionOptions(set, raw);
+
+    auto& reset = AddCommand(app, raw, Command::Reset, "reset", "Give a setting of an adapter its default", ResetHelp);
+    reset.add_option("PATH", raw.options.operands, "Path of the setting, without --setting");
+    AddSetting(reset, raw);
+    AddConnectionOptions(reset, raw);
 
     auto& remove = AddCommand(app, raw, Command::Delete, "delete", "Delete instances", DeleteHelp);
     remove.add_option("PATH", raw.options.operands, "Paths of the instances")->required();

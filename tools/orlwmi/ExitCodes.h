@@ -14,7 +14,7 @@ enum class ExitCode : int
     NoConnection = 5, // no service, or no such namespace
     Unhealthy = 6,    // doctor found something wrong
     NoOutput = 7,     // the output could not be written
-    NotDone = 8,      // a method answered, and says that it did not do what it was asked
+    NotDone = 8,      // a method or an adapter answered, and did not do what it was asked
     Interrupted = 130 // Ctrl-C
 };
 

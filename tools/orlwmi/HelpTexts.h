@@ -22,7 +22,7 @@ Exit codes:
   5    no service, or no such namespace
   6    doctor found something wrong
   7    the output could not be written
-  8    a method answered, and says that it did not do what it was asked
+  8    a method or an adapter answered, and did not do what it was asked
   130  interrupted with Ctrl-C
 
 Results go to standard output in UTF-8, errors to standard error with the name
@@ -49,6 +49,44 @@ Examples:
   orlwmi stats
   orlwmi stats eth0.1002 --all
   orlwmi stats 'eth*' --watch 5 --count 12 --format csv
+)";
+
+inline constexpr const char* SettingsHelp =
+    R"(A value stands as its text where it has one. The name for display says the unit.
+List adds help and the path of each setting; json and csv have the raw values.
+
+Examples:
+  orlwmi settings
+  orlwmi settings eth0.1002
+  orlwmi settings 'eth*' --format list
+)";
+
+inline constexpr const char* SetHelp = R"(With --hba and --setting, offers VALUE to the adapter. VALUE is the text of a
+choice, which counts first and without case, or a number. What the adapter tells
+is printed on standard error as "error: ..." and "warning: ..."; exit code 8
+when it refuses. The value that the adapter has then is printed.
+
+With PATH, writes the instance back with new values of its properties, which
+are written as orlwmi call takes them. Of a setting these are CurrentValue,
+RegistryValue and DisplayValue.
+
+--dry-run asks the method ValidateAndSetSetting of the setting, without setting
+anything. Only settings can be asked; other instances are refused.
+
+Examples:
+  orlwmi set --hba eth0.1002 --setting DevLossTimeout 30
+  orlwmi set --hba 'eth*' --setting "Controller mode" vn2vn --dry-run
+  orlwmi set 'Zarn_FCOESettingInt.Caption="Mtu",ParentId="eth0.1002",ParentType="NIC"' \
+         CurrentValue=2500
+)";
+
+inline constexpr const char* ResetHelp =
+    R"(Prints the value that the adapter has then. Exit code 8 when the adapter fails;
+its trace log says why.
+
+Examples:
+  orlwmi reset --hba eth0.1002 --setting DevLossTimeout
+  orlwmi reset 'Zarn_FCOESettingInt.Caption="Mtu",ParentId="eth0.1002",ParentType="NIC"'
 )";
 
 inline constexpr const char* CallHelp = R"(Prints the out-parameters. Names of methods and parameters are looked up in

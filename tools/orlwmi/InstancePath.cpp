@@ -23,17 +23,6 @@ LONG KeyType(const std::string& className, const std::string& key, IWbemClassObj
     return type;
 }
 
-std::string Quoted(const std::string& value)
-{
-    std::string quoted = "\"";
-    for (const char c : value)
-    {
-        quoted += c == '"' || c == '\\' ? "\\" : "";
-        quoted += c;
-    }
-    return quoted + "\"";
-}
-
 bool IsInteger(const std::string& value)
 {
     size_t at = !value.empty() && (value[0] == '-' || value[0] == '+') ? 1 : 0;

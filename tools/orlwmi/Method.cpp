@@ -125,7 +125,7 @@ CComPtr<IWbemClassObject> MakeInParameters(const Method& method,
     Check(method.in->SpawnInstance(0, &in), what);
     for (const auto& parameter : given)
     {
-        CComVariant value = MakeParameterValue(parameter.name, parameter.type, parameter.values);
+        CComVariant value = MakeParameterValue("the parameter " + parameter.name, parameter.type, parameter.values);
         Check(in->Put(FromUtf8(parameter.name).c_str(), 0, &value, 0), what);
     }
     return in;

@@ -16,12 +16,15 @@ enum class Command
 {
     Tree,
     Stats,
+    Settings,
     Enum,
     Get,
     Query,
     Assoc,
     Refs,
     Call,
+    Set,
+    Reset,
     Delete,
     Class,
     Classes,
@@ -41,12 +44,15 @@ struct AssociationOptions
 struct Options
 {
     Command command = Command::Tree;
-    std::string subject;                                         // class, path or query
-    std::vector<std::string> operands;                           // adapters of tree and stats, paths of delete
-    std::string method;                                          // of `call`
-    std::vector<std::pair<std::string, std::string>> parameters; // of `call`, in the order given
+    std::string subject;               // class, path or query
+    std::vector<std::string> operands; // adapters of tree, stats and settings, paths of delete
+    std::string method;                // of `call`
+    std::vector<std::pair<std::string, std::string>> parameters; // of `call`, properties of `set`, in the order given
     std::vector<std::pair<std::string, std::string>> keys;       // of `get CLASS --key NAME=VALUE`
     AssociationOptions association;
+    std::string hba;                 // of `set` and `reset`, with the next
+    std::string setting;             // empty when an instance is named by its path
+    bool dryRun = false;             // of `set`
     std::optional<Format> format;    // the command's own choice when not given
     std::vector<std::string> select; // properties in the order asked for; all when empty
     std::string where;               // WQL condition

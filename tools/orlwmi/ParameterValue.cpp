@@ -20,7 +20,7 @@ constexpr const char* Null = "NULL";
 
 [[noreturn]] void Refuse(const std::string& name, const std::string& wanted, const std::string& text)
 {
-    throw Failure(ExitCode::Usage, "the parameter " + name + " wants " + wanted + ", not " + text);
+    throw Failure(ExitCode::Usage, name + " wants " + wanted + ", not " + text);
 }
 
 // The text between double quotes, or the text itself.
@@ -174,8 +174,8 @@ CComVariant Scalar(const std::string& name, LONG type, const std::string& text)
     case CIM_REFERENCE:
         return TextVariant(Unquoted(text));
     default:
-        throw Failure(ExitCode::Usage, "the parameter " + name + " is of the type " + TypeName(type) +
-                                           ", which a command line cannot say");
+        throw Failure(ExitCode::Usage,
+                      name + " is of the type " + TypeName(type) + ", which a command line cannot say");
     }
 }
 
@@ -215,7 +215,7 @@ CComVariant ArrayOf(const std::string& name, LONG type, const std::vector<std::s
     {
         if (texts[i] == Null)
         {
-            throw Failure(ExitCode::Usage, "the elements of the parameter " + name + " cannot be NULL");
+            throw Failure(ExitCode::Usage, "the elements of " + name + " cannot be NULL");
         }
         CComVariant element = Scalar(name, type, texts[i]);
         auto index = static_cast<LONG>(i);
@@ -239,8 +239,8 @@ CComVariant MakeParameterValue(const std::string& name, LONG cimType, const std:
     }
     if (!isArray && texts.size() != 1)
     {
-        throw Failure(ExitCode::Usage, "the parameter " + name + " is given " + std::to_string(texts.size()) +
-                                           " times and takes one value");
+        throw Failure(ExitCode::Usage,
+                      name + " is given " + std::to_string(texts.size()) + " times and takes one value");
     }
     if (!isArray)
     {

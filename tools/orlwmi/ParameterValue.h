@@ -9,8 +9,8 @@
 namespace orl::client
 {
 
-// The VARIANT in which a value of the type travels. Throws Failure with ExitCode::Usage that names the parameter for a
-// text that is no such value.
+// The VARIANT in which a value of the type travels. Throws Failure with ExitCode::Usage for a text that is no such
+// value; its message begins with the name: "the parameter Depth".
 //
 //   numbers   decimal, or hexadecimal behind 0x
 //   booleans  TRUE or FALSE in any case

@@ -119,6 +119,17 @@ char32_t TakeCodePoint(std::string_view& utf8)
     return whole && shortest && scalar ? c : Replacement;
 }
 
+std::string Quoted(std::string_view text)
+{
+    std::string quoted = "\"";
+    for (const char c : text)
+    {
+        quoted += c == '"' || c == '\\' ? "\\" : "";
+        quoted += c;
+    }
+    return quoted + "\"";
+}
+
 std::string Hex(std::uint32_t number, size_t digits)
 {
     std::string text;

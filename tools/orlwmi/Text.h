@@ -21,6 +21,9 @@ void AppendUtf8(std::string& utf8, char32_t codePoint);
 // value can neither move the cursor nor break a line. A backslash is itself.
 [[nodiscard]] std::string Printable(std::string_view utf8);
 
+// The text between double quotes, with a backslash before those inside it and before backslashes.
+[[nodiscard]] std::string Quoted(std::string_view text);
+
 // A number in hexadecimal, upper case, with at least that many digits.
 [[nodiscard]] std::string Hex(std::uint32_t number, size_t digits);
 

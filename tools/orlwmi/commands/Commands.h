@@ -10,6 +10,7 @@ namespace orl::client
 
 void RunTree(const Options& options, Session& session);
 void RunStats(const Options& options, Session& session);
+void RunSettings(const Options& options, Session& session);
 void RunEnum(const Options& options, Session& session);
 void RunGet(const Options& options, Session& session);
 void RunQuery(const Options& options, Session& session);
@@ -17,6 +18,9 @@ void RunQuery(const Options& options, Session& session);
 void RunAssociations(const Options& options, Session& session);
 // NotDone when the method answered that it did not do what it was asked.
 [[nodiscard]] ExitCode RunCall(const Options& options, Session& session);
+// NotDone when the adapter of a setting refused it.
+[[nodiscard]] ExitCode RunSet(const Options& options, Session& session);
+[[nodiscard]] ExitCode RunReset(const Options& options, Session& session);
 // The code of the first path that could not be deleted, told to the session's errors as all of them are.
 [[nodiscard]] ExitCode RunDelete(const Options& options, Session& session);
 void RunClass(const Options& options, Session& session);

@@ -25,10 +25,7 @@ std::uint64_t ValueOf(const Record& record)
 
 Counters Read(const AdapterChoice& choice, const Deadline& deadline, Session& session)
 {
-    const std::string condition = choice.Condition();
-    Results results = condition.empty()
-                          ? Results::Instances(session.services, "Zarn_FCoEStatistics")
-                          : Results::Query(session.services, "SELECT * FROM Zarn_FCoEStatistics WHERE " + condition);
+    Results results = InstancesOf("Zarn_FCoEStatistics", choice, session);
     Counters counters;
     while (const auto object = results.Next(deadline, session.output))
     {

@@ -16,12 +16,6 @@ namespace
 constexpr const char* VirtualPortType = "NPIV VPORT";
 constexpr const char* DisabledVlan = "3"; // StatusID
 
-Results Ask(const std::string& className, const std::string& condition, Session& session)
-{
-    return condition.empty() ? Results::Instances(session.services, className)
-                             : Results::Query(session.services, "SELECT * FROM " + className + " WHERE " + condition);
-}
-
 bool IsMissingClass(const Failure& failure)
 {
     return failure.Status() == WBEM_E_INVALID_CLASS || failure.Status() == WBEM_E_NOT_FOUND;
@@ -33,7 +27,7 @@ void ForEach(const char* className, const AdapterChoice& choice, Session& sessio
 {
     try
     {
-        Results results = Ask(className, choice.Condition(), session);
+        Results results = InstancesOf(className, choice, session);
         while (const auto object = results.Next(session.deadline, session.output))
         {
             session.timing.CountObject();

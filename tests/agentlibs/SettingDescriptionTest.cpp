@@ -129,7 +129,7 @@ TEST(SettingDescriptions, ShowTheTextThatTheyRead)
     const LONG lowest = std::numeric_limits<LONG>::min();
     const LONG highest = std::numeric_limits<LONG>::max();
     for (const LONG base : {10, 16})
-        for (const LONG number : {0, 1, -1, 255, lowest, highest})
+        for (const LONG number : std::initializer_list<LONG>{0, 1, -1, 255, lowest, highest})
             EXPECT_EQ(NumberOf(Integer(base), TextOf(Integer(base), number)), number);
     EXPECT_EQ(TextOf(Integer(16), lowest), L"-0x80000000");
     EXPECT_EQ(TextOf(Enumeration(), -3), L"Slow");

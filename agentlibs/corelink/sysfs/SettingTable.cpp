@@ -29,8 +29,8 @@ constexpr SettingAttribute Table[] = {
      L"Seconds after which a Fibre Channel forwarder that no longer advertises itself is removed. The value is passed "
      L"on "
      L"to the forwarders that are known.",
-     AttributePlace::Controller,
      "fcf_dev_loss_tmo",
+     AttributePlace::Controller,
      1800,
      0,
      std::numeric_limits<LONG>::max(),
@@ -40,8 +40,8 @@ constexpr SettingAttribute Table[] = {
      L"How long a remote port may be away before its devices are removed.",
      L"Seconds for which the I/O of a remote port that has gone is held back. After that it fails, and the port's SCSI "
      L"devices are removed. Remote ports of this adapter start with this value.",
-     AttributePlace::FcHost,
      "dev_loss_tmo",
+     AttributePlace::FcHost,
      60,
      1,
      MaxDevLossTimeout,
@@ -49,17 +49,17 @@ constexpr SettingAttribute Table[] = {
     {ControllerModeName, L"Controller mode", L"Whether ports log in to a fabric or to each other.",
      L"Fabric: the port logs in through a Fibre Channel forwarder. VN2VN: ports of one Ethernet network log in to each "
      L"other. The mode can be changed while the controller is disabled.",
-     AttributePlace::Controller, "mode", 1, 0, 0, Modes},
+     "mode", AttributePlace::Controller, 1, 0, 0, Modes},
     {L"ControllerEnabled", L"Controller enabled", L"Whether the controller logs in and carries I/O.",
-     L"Disabling the controller logs its ports out; their devices are lost after the device loss timeout.",
-     AttributePlace::Controller, "enabled", 0, 0, 0, Enabled},
+     L"Disabling the controller logs its ports out; their devices are lost after the device loss timeout.", "enabled",
+     AttributePlace::Controller, 0, 0, 0, Enabled},
     {MtuName,
      L"Maximum transmission unit (bytes)",
      L"The largest payload of an Ethernet frame.",
      L"A full FCoE frame needs 2158 bytes; with less the ports agree on smaller Fibre Channel frames. The interface "
      L"below and the switch must carry such frames too.",
-     AttributePlace::Interface,
      "mtu",
+     AttributePlace::Interface,
      FullFrameMtu,
      MinMtu,
      MaxMtu,
@@ -68,8 +68,8 @@ constexpr SettingAttribute Table[] = {
      L"Transmit queue length (packets)",
      L"How many packets may wait to be sent.",
      L"Length of the interface's transmit queue in packets.",
-     AttributePlace::Interface,
      "tx_queue_len",
+     AttributePlace::Interface,
      1000,
      0,
      MaxTxQueueLength,
@@ -77,7 +77,7 @@ constexpr SettingAttribute Table[] = {
     {L"FipVlanResponder", L"FIP VLAN responder", L"Whether FIP VLAN requests of other ports are answered.",
      L"On: the controller answers FIP VLAN discovery requests with the VLAN that it is on. It takes effect in the mode "
      L"VN2VN.",
-     AttributePlace::Controller, "fip_vlan_responder", 0, 0, 0, Switch},
+     "fip_vlan_responder", AttributePlace::Controller, 0, 0, 0, Switch},
 };
 
 std::optional<LONG> ValueOf(const SettingAttribute& attribute, std::string_view text)

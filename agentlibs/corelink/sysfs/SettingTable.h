@@ -33,8 +33,8 @@ struct SettingAttribute
     const wchar_t* displayName;
     const wchar_t* miniHelp;
     const wchar_t* description;
-    AttributePlace place;
     const char* file;
+    AttributePlace place;
     LONG defaultValue;
     LONG min; // of a number
     LONG max;

@@ -156,7 +156,7 @@ private:
                                  {
                                      isLinked = true;
                                      if (!Query().classDefsOnly)
-                                         return View(association);
+                                         return View(association); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
                                      classes.Add(association.Class());
                                      return nullptr;
                                  });

@@ -31,6 +31,11 @@ class CallFailure : public std::exception
 {
 public:
     CallFailure(HRESULT code, std::wstring description) : status{code, std::move(description), {}, {}, {}, {}, {}} {}
+    // Of a provider.
+    CallFailure(HRESULT code, std::wstring description, std::wstring provider)
+        : status{code, std::move(description), {}, {}, std::move(provider), {}, {}}
+    {
+    }
     explicit CallFailure(CallStatus ended) : status(std::move(ended)) {}
     const char* what() const noexcept override { return "a call of the service failed"; }
 

@@ -43,10 +43,10 @@ void NeedCapability(bool isCapable, const Registration& registration, const Clas
 {
     if (isCapable)
         return;
-    CallFailure failure(WBEM_E_PROVIDER_NOT_CAPABLE, L"the provider " + registration.name + L" of " + ofClass.Name() +
-                                                         L" is not registered for " + what);
-    failure.status.provider = registration.name;
-    throw failure;
+    throw CallFailure(WBEM_E_PROVIDER_NOT_CAPABLE,
+                      L"the provider " + registration.name + L" of " + ofClass.Name() + L" is not registered for " +
+                          what,
+                      registration.name);
 }
 
 CallStatus AskProvider(const RequestScope& scope, const Registration& registration, Acceptor& acceptor,

@@ -53,9 +53,7 @@ private:
 
 [[noreturn]] void RefuseLoad(HRESULT code, const Registration& registration, const std::wstring& reason)
 {
-    CallFailure failure(code, L"the provider " + registration.name + L" " + reason);
-    failure.status.provider = registration.name;
-    throw failure;
+    throw CallFailure(code, L"the provider " + registration.name + L" " + reason, registration.name);
 }
 
 void Initialize(IWbemProviderInit& init, Host& host, const Registration& registration, IWbemContext* context)
@@ -125,7 +123,7 @@ CComPtr<IWbemServices> ProviderHost::Load(const Registration& registration, IWbe
         RefuseLoad(WBEM_E_PROVIDER_LOAD_FAILURE, registration,
                    L"cannot be loaded by its CLSID " + registration.clsid + L": " + HexText(loaded));
     const CComQIPtr<IWbemProviderInit> init(made);
-    const CComQIPtr<IWbemServices> services(made);
+    CComQIPtr<IWbemServices> services(made);
     if (!init || !services)
         RefuseLoad(WBEM_E_PROVIDER_LOAD_FAILURE, registration,
                    std::wstring(L"has no ") + (init ? L"IWbemServices" : L"IWbemProviderInit"));

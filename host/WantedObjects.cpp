@@ -101,7 +101,7 @@ public:
             return nullptr;
         if (!HasProvider(*m_group.ofClass))
             m_found.insert(m_key);
-        return View(object);
+        return View(object); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the caller holds it
     }
     CComPtr<ClassObject> View(ClassObject& object) const
     {

@@ -8,11 +8,8 @@
 #include "agentlibs/fcoelink/sysfs/SysfsErrors.h"
 #include "agentlibs/fcoelink/sysfs/SysfsText.h"
 
-#include <cerrno>
 #include <cstdint>
-#include <optional>
 #include <set>
-#include <system_error>
 #include <utility>
 
 namespace orl::sysfs

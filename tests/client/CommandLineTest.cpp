@@ -212,8 +212,8 @@ TEST(CommandLine, RefusesWhatMakesNoSense)
 TEST(CommandLine, HelpsWithExamplesForEachCommand)
 {
     EXPECT_THAT(HelpFor({"--help"}), HasSubstr("Exit codes:"));
-    for (const std::string command : {"tree", "stats", "enum", "get", "query", "assoc", "refs", "settings", "call",
-                                      "set", "reset", "delete", "class", "classes", "doctor"})
+    for (const std::string command : {"tree", "stats", "enum", "get", "query", "assoc", "refs", "graph", "settings",
+                                      "call", "set", "reset", "delete", "class", "classes", "doctor"})
     {
         const std::string help = HelpFor({command, "--help"});
         EXPECT_THAT(help, HasSubstr("Examples:\n  orlwmi " + command)) << command;

@@ -59,6 +59,9 @@ ExitCode RunCommand(const Options& options, Session& session)
     case Command::Stats:
         RunStats(options, session);
         break;
+    case Command::Graph:
+        RunGraph(options, session);
+        break;
     case Command::Settings:
         RunSettings(options, session);
         break;

@@ -123,6 +123,11 @@ void DeclareViews(CLI::App& app, Raw& raw)
     AddFormat(stats, raw, {"table", "json", "csv"}, "table");
     AddConnectionOptions(stats, raw);
 
+    auto& graph =
+        AddCommand(app, raw, Command::Graph, "graph", "Print the adapters as a graph for Graphviz", GraphHelp);
+    AddAdapters(graph, raw);
+    AddConnectionOptions(graph, raw);
+
     auto& settings =
         AddCommand(app, raw, Command::Settings, "settings", "Show the settings of the adapters", SettingsHelp);
     AddAdapters(settings, raw);

@@ -51,6 +51,16 @@ Examples:
   orlwmi stats 'eth*' --watch 5 --count 12 --format csv
 )";
 
+inline constexpr const char* GraphHelp = R"(Prints DOT, the language of Graphviz: adapters, VLANs, fabrics, ports, targets and
+LUNs. Lines follow the associations; targets hang at their ports and LUNs at
+their targets. A port that is logged in to no fabric hangs at its adapter by a
+dashed line.
+
+Examples:
+  orlwmi graph > fcoe.dot
+  orlwmi graph eth0.1002 | dot -Tsvg > fcoe.svg
+)";
+
 inline constexpr const char* SettingsHelp =
     R"(A value stands as its text where it has one. The name for display says the unit.
 List adds help and the path of each setting; json and csv have the raw values.

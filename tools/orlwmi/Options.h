@@ -16,6 +16,7 @@ enum class Command
 {
     Tree,
     Stats,
+    Graph,
     Settings,
     Enum,
     Get,
@@ -45,7 +46,7 @@ struct Options
 {
     Command command = Command::Tree;
     std::string subject;               // class, path or query
-    std::vector<std::string> operands; // adapters of tree, stats and settings, paths of delete
+    std::vector<std::string> operands; // adapters of tree, stats, graph and settings, paths of delete
     std::string method;                // of `call`
     std::vector<std::pair<std::string, std::string>> parameters; // of `call`, properties of `set`, in the order given
     std::vector<std::pair<std::string, std::string>> keys;       // of `get CLASS --key NAME=VALUE`

@@ -10,6 +10,7 @@ namespace orl::client
 
 void RunTree(const Options& options, Session& session);
 void RunStats(const Options& options, Session& session);
+void RunGraph(const Options& options, Session& session);
 void RunSettings(const Options& options, Session& session);
 void RunEnum(const Options& options, Session& session);
 void RunGet(const Options& options, Session& session);

@@ -40,18 +40,6 @@ struct AssociationCase
     int agentLine;
 };
 
-template <typename Manager>
-std::unique_ptr<CWomClassManagerRoot> Make(COrlFcoeAgentIntf* agent)
-{
-    return std::make_unique<Manager>(agent);
-}
-
-template <auto List, auto Sample>
-void Add(ScriptedAgent& agent, const wchar_t* deviceId)
-{
-    (agent.*List).push_back(Sample(deviceId));
-}
-
 const std::vector<AssociationCase>& Cases()
 {
     static const std::wstring hba = L"Zarn_FCOEHBA.DeviceID=\"X\"";

@@ -14,18 +14,6 @@ namespace orl::test
 namespace
 {
 
-template <typename Manager>
-std::unique_ptr<CWomClassManagerRoot> Make(COrlFcoeAgentIntf* agent)
-{
-    return std::make_unique<Manager>(agent);
-}
-
-template <auto List, auto Sample>
-void Add(ScriptedAgent& agent, const wchar_t* deviceId)
-{
-    (agent.*List).push_back(Sample(deviceId));
-}
-
 FakePut Text(const wchar_t* name, const wchar_t* value)
 {
     return {name, value, VT_BSTR};

@@ -10,6 +10,19 @@
 namespace orl::test
 {
 
+// What a case makes its manager by, and how it gives the agent one record more.
+template <typename Manager>
+std::unique_ptr<CWomClassManagerRoot> Make(COrlFcoeAgentIntf* agent)
+{
+    return std::make_unique<Manager>(agent);
+}
+
+template <auto List, auto Sample>
+void Add(ScriptedAgent& agent, const wchar_t* deviceId)
+{
+    (agent.*List).push_back(Sample(deviceId));
+}
+
 struct DeviceCase
 {
     std::string name;

@@ -155,7 +155,7 @@ TEST(TopologyBuilder, TakesTimeInProportionToTheNumberOfObjects)
 {
     // Sixteen times as many may take sixteen times as long, and some more for a machine that is busy; each looking at
     // all others would take 256 times as long.
-    const auto best = [](auto count) { return std::min({SecondsFor(count), SecondsFor(count), SecondsFor(count)}); };
+    const auto best = [](size_t count) { return std::min({SecondsFor(count), SecondsFor(count), SecondsFor(count)}); };
     EXPECT_LT(best(64000), 100 * std::max(best(4000), 0.001));
 }
 

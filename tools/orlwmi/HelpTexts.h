@@ -51,7 +51,8 @@ Examples:
   orlwmi stats 'eth*' --watch 5 --count 12 --format csv
 )";
 
-inline constexpr const char* GraphHelp = R"(Prints DOT, the language of Graphviz: adapters, VLANs, fabrics, ports, targets and
+inline constexpr const char* GraphHelp =
+    R"(Prints DOT, the language of Graphviz: adapters, VLANs, fabrics, ports, targets and
 LUNs. Lines follow the associations; targets hang at their ports and LUNs at
 their targets. A port that is logged in to no fabric hangs at its adapter by a
 dashed line.

@@ -199,9 +199,10 @@ private:
             if (i == sourceRole || properties[i].Type() != wbem::CimType::Reference ||
                 !Filter().IsResultRole(properties[i]))
                 continue;
-            const auto path = wbem::ObjectPath::Parse(association[i].AsText());
+            auto path = wbem::ObjectPath::Parse(association[i].AsText());
             if (!path || !path->IsInstance())
                 continue;
+            NameTheKey(*path, association.Class().InNamespace());
             const ClassDef* ofClass = association.Class().InNamespace().FindClass(path->className);
             if (!ofClass || !Filter().AdmitsResult(*ofClass))
                 continue;

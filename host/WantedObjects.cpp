@@ -99,23 +99,35 @@ public:
             AppendKeyText(m_key, body[index]);
         if (m_only.empty() ? !m_group.wanted.contains(m_key) : m_key != m_only)
             return nullptr;
-        if (!HasProvider(*m_group.ofClass))
+        if (!m_group.isServed)
             m_found.insert(m_key);
         return View(object); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the caller holds it
     }
-    CComPtr<ClassObject> View(ClassObject& object) const
+    CComPtr<ClassObject> View(ClassObject& object)
     {
-        return m_keysOnly ? MakeObject<ClassObject>(object.Body(), KeysOf(object.Class()))
-                          : MakeObject<ClassObject>(object.Body());
+        return MakeObject<ClassObject>(object.Body(), ShownOf(object.Class()));
     }
     // Of a class that no provider serves.
     bool HasFound(const wbem::ObjectPath& path) const { return m_found.contains(KeyTextOf(path)); }
 
 private:
+    // Null for all properties.
+    const std::shared_ptr<const Projection>& ShownOf(const ClassDef& ofClass)
+    {
+        if (m_keysOnly && m_viewed != &ofClass)
+        {
+            m_viewed = &ofClass;
+            m_shown = KeysOf(ofClass);
+        }
+        return m_shown;
+    }
+
     const Group& m_group;
     const bool m_keysOnly;
     std::wstring m_only;
     std::wstring m_key;
+    const ClassDef* m_viewed = nullptr; // the class of the last object
+    std::shared_ptr<const Projection> m_shown;
     std::unordered_set<std::wstring> m_found;
 };
 
@@ -136,8 +148,7 @@ void WantedObjects::Add(const wbem::ObjectPath& path, const ClassDef& ofClass)
     std::map<std::size_t, wbem::CimValue> values;
     for (const wbem::PathKey& key : path.keys)
     {
-        const bool isUnnamed = key.name.empty() && ofClass.Keys().size() == 1;
-        const std::size_t index = isUnnamed ? ofClass.Keys().front() : ofClass.FindProperty(key.name);
+        const std::size_t index = ofClass.FindProperty(key.name);
         if (index == ClassDef::kNotFound)
             return;
         const PropertyDef& property = ofClass.Properties()[index];
@@ -161,7 +172,7 @@ void WantedObjects::Add(const wbem::ObjectPath& path, const ClassDef& ofClass)
         return;
     group.isFirstShared = group.isFirstShared &&
                           (group.paths.empty() || group.paths.front().keys.front().value == values.begin()->second);
-    if (group.paths.size() > MostGets && HasProvider(ofClass))
+    if (group.paths.size() > MostGets && group.isServed)
         return;
     wbem::ObjectPath& spelled = group.paths.emplace_back();
     spelled.className = ofClass.Name();
@@ -176,7 +187,7 @@ WantedObjects::Group& WantedObjects::GroupOf(const ClassDef& ofClass, const std:
         if (group.ofClass == &ofClass && group.named == named)
             return group;
     }
-    return m_groups.emplace_back(Group{&ofClass, named, {}, {}, true});
+    return m_groups.emplace_back(Group{&ofClass, HasProvider(ofClass), named, {}, {}, true});
 }
 
 CallStatus WantedObjects::Fetch(bool keysOnly, ResultSink& results, Call& call) const
@@ -197,14 +208,15 @@ CallStatus WantedObjects::Fetch(bool keysOnly, ResultSink& results, Call& call) 
 CallStatus WantedObjects::FetchGroup(const Group& group, bool keysOnly, ResultSink& results, Call& call) const
 {
     GroupAcceptor acceptor(group, keysOnly);
-    if (!HasProvider(*group.ofClass))
+    if (!group.isServed)
     {
         CallStatus status = AskForInstances(m_scope, *group.ofClass, {}, acceptor, results, call);
         for (const wbem::ObjectPath& path : group.paths)
         {
             if (status.Failed() || acceptor.HasFound(path))
                 continue;
-            Objects made{acceptor.View(*StandIn(*group.ofClass, path))};
+            Objects made;
+            made.push_back(acceptor.View(*StandIn(*group.ofClass, path)));
             status.code = results.Deliver(made);
         }
         return status;

@@ -21,8 +21,8 @@ class WantedObjects
 public:
     explicit WantedObjects(const RequestScope& scope) : m_scope(scope) {}
 
-    // Each object once. A path that names a property which the class lacks, or a class without a key, leads to no
-    // object and is left out.
+    // Each object once. The keys have names (NameTheKey). A path that names a property which the class lacks, or a
+    // class without a key, leads to no object and is left out.
     void Add(const wbem::ObjectPath& path, const ClassDef& ofClass);
 
     // All instances that the paths name; of an object that is shown by several instances, all of them. What does not
@@ -35,6 +35,7 @@ private:
     struct Group
     {
         const ClassDef* ofClass;
+        bool isServed;                           // by a provider
         std::vector<std::size_t> named;          // indexes of the property table, ascending
         std::unordered_set<std::wstring> wanted; // KeyText of each object
         std::vector<wbem::ObjectPath> paths;     // spelled and typed as the class declares; the first few only

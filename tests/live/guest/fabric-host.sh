@@ -111,11 +111,11 @@ if need fcflost; then
 fi
 
 # (in quick mode this is reached only on the way to one of the stages below)
-wait_for 40 targets_online # a blocked rport refuses a new dev_loss_tmo
+wait_for 40 targets_online
 say "cable of eth1 out"
-for r in /sys/class/fc_remote_ports/rport-*; do w $r/dev_loss_tmo 15; done
+wait_for 40 dev_loss_set $H0 15
 # whoever asks at stage linkdown is to find eth1's ports still blocked
-if quick; then for r in /sys/class/fc_remote_ports/rport-${H1#host}:*; do w $r/dev_loss_tmo 25; done; fi
+wait_for 40 dev_loss_set $H1 $(quick && echo 25 || echo 15)
 cable eth1 nic1 off
 sleep 2
 run grep -s . /sys/class/net/eth1/carrier /sys/class/net/eth1/operstate /sys/class/fc_host/*/port_state /sys/class/fc_remote_ports/*/port_state /sys/bus/fcoe/devices/fcf_*/state
@@ -126,7 +126,7 @@ cable eth0 nic0 off
 if ! quick; then
     sleep 35 # time for the rports (15 s) and an FCF (30 s) to be given up, not for the one with 40 s
 elif wanted devloss; then
-    wait_for 40 no_disks
+    wait_for 90 targets_gone
 fi
 run grep -s . /sys/class/fc_host/*/port_state /sys/class/fc_remote_ports/*/port_state /sys/bus/fcoe/devices/fcf_*/state
 snap fabric-9-linkdown-devloss

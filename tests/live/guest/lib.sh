@@ -83,7 +83,19 @@ targets_online() {
         grep -q Online $r/port_state || return 1
     done
 }
-no_disks() { ! ls -d /sys/class/scsi_disk/* >/dev/null 2>&1; }
+# dev_loss_set HOST SECONDS: sets it for every remote port of the host. A blocked port refuses it and keeps the default of
+# 60 seconds, which is what happens on a machine so busy that the port is blocked between two looks at it: try again then.
+dev_loss_set() {
+    local r
+    for r in /sys/class/fc_remote_ports/rport-${1#host}:*; do
+        w $r/dev_loss_tmo $2
+        [ "$(cat $r/dev_loss_tmo)" = $2 ] || return 1
+    done
+}
+# have all remote ports with disks been given up, and the disks with them?
+targets_gone() {
+    ! ls -d /sys/class/scsi_disk/* >/dev/null 2>&1 && ! grep -q Blocked /sys/class/fc_remote_ports/*/port_state
+}
 
 # fcoe_create IF [MODE]: the ctlr_create way (create disabled, set mode, enable)
 fcoe_create() {

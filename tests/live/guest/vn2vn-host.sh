@@ -84,7 +84,7 @@ sleep 2
 run grep . $R/port_state /sys/class/fc_host/*/port_state
 snap vn2vn-4-linkdown-blocked
 stage linkdown
-if quick; then wait_for 40 no_disks; else sleep 20; fi
+if quick; then wait_for 40 targets_gone; else sleep 20; fi
 run grep . /sys/class/fc_remote_ports/*/port_state /sys/class/fc_host/*/port_state
 snap vn2vn-5-linkdown-devloss
 stage devloss

@@ -38,8 +38,8 @@ void ReferencesOfAnHba(benchmark::State& state)
     Ask(state, L"REFERENCES OF {Zarn_FCOEHBA.DeviceID=\"sim1\"} WHERE ResultClass = Zarn_FCoE_HBA_LUN_Assoc");
 }
 
-BENCHMARK(AssociatorsOfAnHba)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(ReferencesOfAnHba)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(AssociatorsOfAnHba)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(ReferencesOfAnHba)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 } // namespace
 

@@ -8,7 +8,7 @@
 #include "wbem/Wql.h"
 
 #include <algorithm>
-#include <map>
+#include <unordered_set>
 
 namespace orl
 {
@@ -84,7 +84,7 @@ CComPtr<ClassObject> StandIn(const ClassDef& ofClass, const wbem::ObjectPath& pa
 class WantedObjects::GroupAcceptor final : public Acceptor
 {
 public:
-    GroupAcceptor(const Group& group, bool keysOnly) : m_group(group), m_keysOnly(keysOnly) {}
+    GroupAcceptor(Group& group, bool keysOnly) : m_group(group), m_keysOnly(keysOnly) {}
 
     // Asked for one object alone, from now on.
     void Narrow(const wbem::ObjectPath& path) { m_only = KeyTextOf(path); }
@@ -97,7 +97,7 @@ public:
         m_key.clear();
         for (const std::size_t index : m_group.named)
             AppendKeyText(m_key, body[index]);
-        if (m_only.empty() ? !m_group.wanted.contains(m_key) : m_key != m_only)
+        if (m_only.empty() ? !m_group.wanted.Contains(m_key) : m_key != m_only)
             return nullptr;
         if (!m_group.isServed)
             m_found.insert(m_key);
@@ -122,7 +122,7 @@ private:
         return m_shown;
     }
 
-    const Group& m_group;
+    Group& m_group;
     const bool m_keysOnly;
     std::wstring m_only;
     std::wstring m_key;
@@ -145,7 +145,7 @@ std::shared_ptr<const Projection> KeysOf(const ClassDef& ofClass)
 
 void WantedObjects::Add(const wbem::ObjectPath& path, const ClassDef& ofClass)
 {
-    std::map<std::size_t, wbem::CimValue> values;
+    m_values.clear();
     for (const wbem::PathKey& key : path.keys)
     {
         const std::size_t index = ofClass.FindProperty(key.name);
@@ -155,45 +155,59 @@ void WantedObjects::Add(const wbem::ObjectPath& path, const ClassDef& ofClass)
         if (IsSystemKey(property.Name()) && HasProvider(ofClass))
             continue;
         std::wstring reason;
-        const auto typed = wbem::ConvertTo(key.value, property.Type(), property.IsArray(), reason);
-        values.insert_or_assign(index, typed ? *typed : key.value);
+        auto typed = wbem::ConvertTo(key.value, property.Type(), property.IsArray(), reason);
+        SetKey(m_values, index, typed ? std::move(*typed) : key.value);
     }
-    if (values.empty())
+    if (m_values.empty())
         return;
-    std::vector<std::size_t> named;
-    std::wstring text;
-    for (const auto& [index, value] : values)
-    {
-        named.push_back(index);
-        AppendKeyText(text, value);
-    }
-    Group& group = GroupOf(ofClass, named);
-    if (!group.wanted.insert(std::move(text)).second)
+    m_text.clear();
+    for (const auto& [index, value] : m_values)
+        AppendKeyText(m_text, value);
+    Group& group = GroupOf(ofClass, m_values);
+    if (!group.wanted.Insert(m_text))
         return;
     group.isFirstShared = group.isFirstShared &&
-                          (group.paths.empty() || group.paths.front().keys.front().value == values.begin()->second);
+                          (group.paths.empty() || group.paths.front().keys.front().value == m_values.front().second);
     if (group.paths.size() > MostGets && group.isServed)
         return;
     wbem::ObjectPath& spelled = group.paths.emplace_back();
     spelled.className = ofClass.Name();
-    for (auto& [index, value] : values)
+    for (auto& [index, value] : m_values)
         spelled.keys.push_back({ofClass.Properties()[index].Name(), std::move(value)});
 }
 
-WantedObjects::Group& WantedObjects::GroupOf(const ClassDef& ofClass, const std::vector<std::size_t>& named)
+// Ascending; the last value of a key that a path names twice counts.
+void WantedObjects::SetKey(KeyValues& values, std::size_t index, wbem::CimValue value)
 {
-    for (Group& group : m_groups)
-    {
-        if (group.ofClass == &ofClass && group.named == named)
-            return group;
-    }
-    return m_groups.emplace_back(Group{&ofClass, HasProvider(ofClass), named, {}, {}, true});
+    const auto place = std::lower_bound(values.begin(), values.end(), index,
+                                        [](const auto& each, std::size_t wanted) { return each.first < wanted; });
+    if (place != values.end() && place->first == index)
+        place->second = std::move(value);
+    else
+        values.emplace(place, index, std::move(value));
 }
 
-CallStatus WantedObjects::Fetch(bool keysOnly, ResultSink& results, Call& call) const
+WantedObjects::Group& WantedObjects::GroupOf(const ClassDef& ofClass, const KeyValues& values)
+{
+    const auto isNamed = [](std::size_t index, const auto& value) { return index == value.first; };
+    for (Group& group : m_groups)
+    {
+        if (group.ofClass == &ofClass &&
+            std::equal(group.named.begin(), group.named.end(), values.begin(), values.end(), isNamed))
+            return group;
+    }
+    Group& group = m_groups.emplace_back();
+    group.ofClass = &ofClass;
+    group.isServed = HasProvider(ofClass);
+    for (const auto& [index, value] : values)
+        group.named.push_back(index);
+    return group;
+}
+
+CallStatus WantedObjects::Fetch(bool keysOnly, ResultSink& results, Call& call)
 {
     CallStatus first;
-    for (const Group& group : m_groups)
+    for (Group& group : m_groups)
     {
         if (call.IsCancelled())
             break;
@@ -205,7 +219,7 @@ CallStatus WantedObjects::Fetch(bool keysOnly, ResultSink& results, Call& call) 
     return first;
 }
 
-CallStatus WantedObjects::FetchGroup(const Group& group, bool keysOnly, ResultSink& results, Call& call) const
+CallStatus WantedObjects::FetchGroup(Group& group, bool keysOnly, ResultSink& results, Call& call) const
 {
     GroupAcceptor acceptor(group, keysOnly);
     if (!group.isServed)

@@ -35,7 +35,7 @@ TEST(TopologyLinks, NameWhatAPathMeans)
     };
     for (const auto& c : cases)
     {
-        EXPECT_EQ(IdOfPath(c.path), c.id) << c.path;
+        EXPECT_EQ(EndOfPath(c.path).id, c.id) << c.path;
     }
 }
 
@@ -56,15 +56,25 @@ Adapter MakeAdapter()
     return adapter;
 }
 
+Links LinksOf(const std::vector<std::pair<std::string, std::string>>& ids)
+{
+    Links links;
+    for (const auto& [from, to] : ids)
+    {
+        links.emplace_back(LinkEnd{from, {}, {}}, LinkEnd{to, {}, {}});
+    }
+    return links;
+}
+
 TEST(TopologyGraph, FollowsLinksAndReferences)
 {
-    const Links links = {{EthernetId("ETH0"), AdapterId("eth0")},
-                         {AdapterId("eth0"), VlanId("eth0", "1002")},
-                         {AdapterId("eth0"), ForwarderId("eth0", "2000000000000001")},
-                         {ForwarderId("eth0", "2000000000000001"), PortId("eth0", "2000000000000002")},
-                         {ForwarderId("eth0", "2000000000000001"), PortId("eth0", "2000000000000002")},
-                         {AdapterId("eth0"), VlanId("eth0", "7")},
-                         {"", ""}};
+    const Links links = LinksOf({{EthernetId("ETH0"), AdapterId("eth0")},
+                                 {AdapterId("eth0"), VlanId("eth0", "1002")},
+                                 {AdapterId("eth0"), ForwarderId("eth0", "2000000000000001")},
+                                 {ForwarderId("eth0", "2000000000000001"), PortId("eth0", "2000000000000002")},
+                                 {ForwarderId("eth0", "2000000000000001"), PortId("eth0", "2000000000000002")},
+                                 {AdapterId("eth0"), VlanId("eth0", "7")},
+                                 {"", ""}});
     EXPECT_EQ(DotOf({MakeAdapter()}, links), R"(digraph FCoE {
     rankdir=LR;
     node [fontname="sans-serif"];

@@ -1,6 +1,6 @@
 // Joining what the classes tell into one topology, and showing it.
 #include "tools/orlwmi/topology/TopologyBuilder.h"
-#include "tools/orlwmi/topology/TopologySource.h"
+#include "tools/orlwmi/topology/TopologyLinks.h"
 #include "tools/orlwmi/topology/TopologyViews.h"
 #include "tools/orlwmi/topology/TopologyWords.h"
 
@@ -14,6 +14,7 @@
 
 using namespace orl::client;
 using namespace orl::test;
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -403,9 +404,54 @@ TEST_F(TopologyOnServices, AsksForEachClassOnce)
                           "    │   fabric  f\n"
                           "    └── target 30  not present, no LUNs\n");
     EXPECT_THAT(services.Calls(),
-                ElementsAre(L"CreateInstanceEnum(Zarn_FCOEHBA)", L"CreateInstanceEnum(Zarn_FCoEVLAN)",
+                ElementsAre(L"CreateInstanceEnum(Zarn_FCOEHBA)", L"CreateInstanceEnum(Zarn_FCoE_Adapter_HBA_Assoc)",
+                            L"CreateInstanceEnum(Zarn_FCoE_HBA_VLAN_Assoc)",
+                            L"CreateInstanceEnum(Zarn_FCoE_HBA_Fabric_Assoc)",
+                            L"CreateInstanceEnum(Zarn_FCoE_Fabric_Port_Assoc)", L"CreateInstanceEnum(Zarn_FCoEVLAN)",
                             L"CreateInstanceEnum(Zarn_FCoEFabric)", L"CreateInstanceEnum(Zarn_FCoEPort)",
                             L"CreateInstanceEnum(Zarn_FcoeTarget)", L"CreateInstanceEnum(Zarn_FCoeLUN)"));
+}
+
+// One path as the provider writes it.
+std::wstring PathOf(const std::wstring& className, const std::wstring& id, const std::wstring& key = L"")
+{
+    return className + L".DeviceID=\"" + id + L"\"" + key;
+}
+
+FakeContent Association(const std::wstring& antecedent, const std::wstring& dependent)
+{
+    return Instance(L"A", {{L"Antecedent", Text(antecedent)}, {L"Dependent", Text(dependent)}});
+}
+
+TEST_F(TopologyOnServices, PutsObjectsWhereAssociationsTieThem)
+{
+    // Every object's own keys say adapter a.
+    const std::wstring hba = PathOf(L"Zarn_FCOEHBA", L"b");
+    const std::wstring vlan = PathOf(L"Zarn_FCoEVLAN", L"a", L",VlanID=\"7\"");
+    const std::wstring fabric = PathOf(L"Zarn_FCoEFabric", L"a", L",WorldWideNodeName=\"CC\"");
+    const std::wstring port = PathOf(L"Zarn_FCoEPort", L"a", L",WorldWidePortName=\"20a\"");
+    services.OnEnumerate(L"Zarn_FCOEHBA", Objects({Hba(L"a"), Hba(L"b")}));
+    services.OnEnumerate(L"Zarn_FCoE_HBA_VLAN_Assoc", Objects({Association(hba, vlan)}));
+    services.OnEnumerate(L"Zarn_FCoE_HBA_Fabric_Assoc", Objects({Association(hba, fabric)}));
+    services.OnEnumerate(L"Zarn_FCoE_Fabric_Port_Assoc", Objects({Association(fabric, port)}));
+    services.OnEnumerate(
+        L"Zarn_FCoEVLAN",
+        Objects({Instance(L"Zarn_FCoEVLAN",
+                          {{L"DeviceID", Text(L"a")}, {L"VlanID", Text(L"7")}, {L"Status", Text(L"Up")}})}));
+    services.OnEnumerate(L"Zarn_FCoEFabric", Objects({Instance(L"Zarn_FCoEFabric", {{L"DeviceID", Text(L"a")},
+                                                                                    {L"Name", Text(L"fcf_0")},
+                                                                                    {L"WorldWideNodeName", Text(L"CC")},
+                                                                                    {L"FabricName", Text(L"f")}})}));
+    services.OnEnumerate(L"Zarn_FCoEPort", Objects({PortOf(L"a")}));
+    const Ran ran = RunOn(services, {"tree", "--format", "json"});
+    EXPECT_EQ(ran.errors, "");
+    const auto second = ran.output.find("\"DeviceID\": \"b\"");
+    ASSERT_NE(second, std::string::npos) << ran.output;
+    for (const char* text : {"\"VlanID\": 7", "fcf_0", "\"20a\"", "\"ForwarderWorldWideNodeName\": \"CC\""})
+    {
+        EXPECT_GT(ran.output.find(text), second) << text << " in " << ran.output;
+        EXPECT_NE(ran.output.find(text), std::string::npos) << text << " in " << ran.output;
+    }
 }
 
 TEST_F(TopologyOnServices, AsksForTheChosenAdaptersAlone)
@@ -415,8 +461,8 @@ TEST_F(TopologyOnServices, AsksForTheChosenAdaptersAlone)
     services.OnQuery(L"SELECT * FROM Zarn_FCoEPort WHERE DeviceID = 'a'", Objects({PortOf(L"a")}));
     const Ran ran = RunOn(services, {"tree", "A"});
     EXPECT_EQ(ran.output, "FCoE adapter a\n│   state  Online\n└── virtual port 20a\n        fabric  f\n");
-    EXPECT_EQ(services.Calls().size(), 7U);
-    EXPECT_THAT(services.Calls(), testing::Each(HasSubstr(L"WHERE DeviceID = ")));
+    EXPECT_EQ(services.Calls().size(), 11U);
+    EXPECT_THAT(services.Calls(), testing::Each(AnyOf(HasSubstr(L"WHERE DeviceID = "), HasSubstr(L"_Assoc)"))));
 }
 
 TEST_F(TopologyOnServices, PrintsTheSameStructureAsJson)

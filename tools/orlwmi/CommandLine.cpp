@@ -150,7 +150,11 @@ Options Checked(Raw raw, const CLI::App& command)
     {
         Refuse("--count wants a number of samples greater than 0");
     }
-    if (!raw.format.empty())
+    if (options.command == Command::Graph)
+    {
+        options.drawn = CLI::detail::to_lower(raw.format) == "svg";
+    }
+    else if (!raw.format.empty())
     {
         options.format = ParseFormat(raw.format);
     }

@@ -126,6 +126,7 @@ void DeclareViews(CLI::App& app, Raw& raw)
     auto& graph =
         AddCommand(app, raw, Command::Graph, "graph", "Print the adapters as a graph for Graphviz", GraphHelp);
     AddAdapters(graph, raw);
+    AddFormat(graph, raw, {"dot", "svg"}, "dot");
     AddConnectionOptions(graph, raw);
 
     auto& settings =

@@ -52,14 +52,17 @@ Examples:
 )";
 
 inline constexpr const char* GraphHelp =
-    R"(Prints DOT, the language of Graphviz: adapters, VLANs, fabrics, ports, targets and
-LUNs. Lines follow the associations; targets hang at their ports and LUNs at
-their targets. A port that is logged in to no fabric hangs at its adapter by a
-dashed line.
+    R"(Adapters, VLANs, fabrics, ports, targets and LUNs. Lines follow the
+associations; targets hang at their ports and LUNs at their targets. A port that
+is logged in to no fabric hangs at its adapter by a dashed line.
+
+Formats:
+  dot  the language of Graphviz
+  svg  drawn by Graphviz, whose program dot must be in a folder of PATH
 
 Examples:
   orlwmi graph > fcoe.dot
-  orlwmi graph eth0.1002 | dot -Tsvg > fcoe.svg
+  orlwmi graph eth0.1002 --format svg > fcoe.svg
 )";
 
 inline constexpr const char* SettingsHelp =

@@ -54,6 +54,7 @@ struct Options
     std::string hba;                 // of `set` and `reset`, with the next
     std::string setting;             // empty when an instance is named by its path
     bool dryRun = false;             // of `set`
+    bool drawn = false;              // `graph` as SVG
     std::optional<Format> format;    // the command's own choice when not given
     std::vector<std::string> select; // properties in the order asked for; all when empty
     std::string where;               // WQL condition

@@ -38,7 +38,7 @@ void WriteRecords(const Topology& topology, Output& output)
 void RunTree(const Options& options, Session& session)
 {
     const AdapterChoice choice(options.operands, session);
-    const Topology topology = ReadTopology(choice, session);
+    const Topology topology = ReadTopology(choice, session).topology;
     if (options.format == Format::Json)
     {
         WriteRecords(topology, session.output);

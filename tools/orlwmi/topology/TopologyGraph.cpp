@@ -143,7 +143,7 @@ std::string DotOf(const Topology& topology, const Links& links)
     }
     for (const auto& [from, to] : links)
     {
-        dot.Follow(from, to);
+        dot.Follow(from.id, to.id);
     }
     for (const auto& port : ports)
     {

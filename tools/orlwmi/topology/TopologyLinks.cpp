@@ -5,7 +5,7 @@
 #include "tools/orlwmi/Objects.h"
 #include "tools/orlwmi/Results.h"
 #include "tools/orlwmi/Text.h"
-#include "tools/orlwmi/topology/TopologySource.h"
+#include "tools/orlwmi/topology/ClassObjects.h"
 
 namespace orl::client
 {
@@ -62,29 +62,36 @@ std::string VlanId(std::string_view deviceId, std::string_view vlanId)
     return Id("vlan", deviceId, vlanId);
 }
 
-std::string IdOfPath(const std::string& path)
+LinkEnd EndOfPath(const std::string& path)
 {
     const std::string classPath = ClassPathOf(path);
     const auto colon = classPath.find(':');
     const std::string className = colon == std::string::npos ? classPath : classPath.substr(colon + 1);
-    const std::string deviceId = TextKeyOf(path, "DeviceID");
+    LinkEnd end{{}, TextKeyOf(path, "DeviceID"), {}};
     if (SameName(className, "Zarn_FCOEHBA"))
     {
-        return AdapterId(deviceId);
+        end.id = AdapterId(end.deviceId);
     }
-    if (SameName(className, "Zarn_PhysicalEthernetAdapter"))
+    else if (SameName(className, "Zarn_PhysicalEthernetAdapter"))
     {
-        return EthernetId(deviceId);
+        end.id = EthernetId(end.deviceId);
     }
-    if (SameName(className, "Zarn_FCoEFabric"))
+    else if (SameName(className, "Zarn_FCoEFabric"))
     {
-        return ForwarderId(deviceId, TextKeyOf(path, "WorldWideNodeName"));
+        end.key = TextKeyOf(path, "WorldWideNodeName");
+        end.id = ForwarderId(end.deviceId, end.key);
     }
-    if (SameName(className, "Zarn_FCoEPort"))
+    else if (SameName(className, "Zarn_FCoEPort"))
     {
-        return PortId(deviceId, TextKeyOf(path, "WorldWidePortName"));
+        end.key = TextKeyOf(path, "WorldWidePortName");
+        end.id = PortId(end.deviceId, end.key);
     }
-    return SameName(className, "Zarn_FCoEVLAN") ? VlanId(deviceId, NumberKeyOf(path, "VlanID")) : std::string();
+    else if (SameName(className, "Zarn_FCoEVLAN"))
+    {
+        end.key = NumberKeyOf(path, "VlanID");
+        end.id = VlanId(end.deviceId, end.key);
+    }
+    return end;
 }
 
 Links ReadLinks(Session& session)
@@ -92,14 +99,43 @@ Links ReadLinks(Session& session)
     Links links;
     for (const char* className : AssociationClasses)
     {
-        Results results = Results::Instances(session.services, className);
-        while (const auto object = results.Next(session.deadline, session.output))
-        {
-            session.timing.CountObject();
-            links.emplace_back(IdOfPath(ReadText(object, L"Antecedent")), IdOfPath(ReadText(object, L"Dependent")));
-        }
+        ForEachObject([&] { return Results::Instances(session.services, className); }, session,
+                      [&](IWbemClassObject* object) {
+                          links.emplace_back(EndOfPath(ReadText(object, L"Antecedent")),
+                                             EndOfPath(ReadText(object, L"Dependent")));
+                      });
     }
     return links;
+}
+
+Parents::Parents(const Links& links)
+{
+    for (const auto& [parent, child] : links)
+    {
+        if (!parent.id.empty() && !child.id.empty())
+        {
+            m_parents.try_emplace(child.id, &parent);
+        }
+    }
+}
+
+const LinkEnd* Parents::Find(const std::string& id) const
+{
+    const auto found = m_parents.find(id);
+    return found == m_parents.end() ? nullptr : found->second;
+}
+
+std::string TextKeyOf(const std::string& path, const std::string& key)
+{
+    // The provider does not escape what it quotes, so an earlier value may hold quotes; world wide names hold none.
+    const std::string start = key + "=\"";
+    const auto found = path.rfind(start);
+    if (found == std::string::npos)
+    {
+        return {};
+    }
+    const auto begin = found + start.size();
+    return path.substr(begin, path.find('"', begin) - begin);
 }
 
 } // namespace orl::client

@@ -1,9 +1,8 @@
-// One request a class, each instance handed on as it comes.
+// One request a class or association, each instance handed on as it comes.
 #include "tools/orlwmi/topology/TopologySource.h"
 
-#include "tools/orlwmi/Failure.h"
 #include "tools/orlwmi/Objects.h"
-#include "tools/orlwmi/Results.h"
+#include "tools/orlwmi/topology/ClassObjects.h"
 #include "tools/orlwmi/topology/TopologyBuilder.h"
 
 #include <functional>
@@ -16,35 +15,26 @@ namespace
 constexpr const char* VirtualPortType = "NPIV VPORT";
 constexpr const char* DisabledVlan = "3"; // StatusID
 
-bool IsMissingClass(const Failure& failure)
-{
-    return failure.Status() == WBEM_E_INVALID_CLASS || failure.Status() == WBEM_E_NOT_FOUND;
-}
-
 // Hands on each instance that belongs to a wanted adapter, with the adapter's DeviceID.
 void ForEach(const char* className, const AdapterChoice& choice, Session& session,
              const std::function<void(const std::string&, const Record&)>& visit)
 {
-    try
-    {
-        Results results = InstancesOf(className, choice, session);
-        while (const auto object = results.Next(session.deadline, session.output))
-        {
-            session.timing.CountObject();
-            const Record record = ReadRecord(object);
-            if (const std::string id = TextOf(record, "DeviceID"); choice.Has(id))
-            {
-                visit(id, record);
-            }
-        }
-    }
-    catch (const Failure& failure)
-    {
-        if (!IsMissingClass(failure))
-        {
-            throw;
-        }
-    }
+    ForEachObject([&] { return InstancesOf(className, choice, session); }, session,
+                  [&](IWbemClassObject* object)
+                  {
+                      const Record record = ReadRecord(object);
+                      if (const std::string id = TextOf(record, "DeviceID"); choice.Has(id))
+                      {
+                          visit(id, record);
+                      }
+                  });
+}
+
+// The adapter that an association ties an object to, else the one of the object's own keys.
+std::string OwnerOf(const std::string& id, const Parents& parents, const std::string& ownDeviceId)
+{
+    const LinkEnd* adapter = parents.Find(id);
+    return adapter ? adapter->deviceId : ownDeviceId;
 }
 
 Adapter ReadAdapter(const std::string& id, const Record& record)
@@ -124,31 +114,45 @@ Lun ReadLun(const Record& record)
 
 } // namespace
 
-std::string TextKeyOf(const std::string& path, const std::string& key)
-{
-    // The provider does not escape what it quotes, so an earlier value may hold quotes; world wide names hold none.
-    const std::string start = key + "=\"";
-    const auto found = path.rfind(start);
-    if (found == std::string::npos)
-    {
-        return {};
-    }
-    const auto begin = found + start.size();
-    return path.substr(begin, path.find('"', begin) - begin);
-}
-
-Topology ReadTopology(const AdapterChoice& choice, Session& session)
+LinkedTopology ReadTopology(const AdapterChoice& choice, Session& session)
 {
     TopologyBuilder builder;
+    bool isAny = false;
     ForEach("Zarn_FCOEHBA", choice, session,
-            [&](const std::string& id, const Record& record) { builder.Add(ReadAdapter(id, record)); });
+            [&](const std::string& id, const Record& record)
+            {
+                isAny = true;
+                builder.Add(ReadAdapter(id, record));
+            });
+    LinkedTopology found;
+    if (!isAny)
+    {
+        return found;
+    }
+    found.links = ReadLinks(session);
+    const Parents parents(found.links);
     ForEach("Zarn_FCoEVLAN", choice, session,
-            [&](const std::string& id, const Record& record) { builder.Add(id, ReadVlan(record)); });
+            [&](const std::string& id, const Record& record)
+            {
+                Vlan vlan = ReadVlan(record);
+                const std::string owner = OwnerOf(VlanId(id, vlan.id), parents, id);
+                builder.Add(owner, std::move(vlan));
+            });
     ForEach("Zarn_FCoEFabric", choice, session,
             [&](const std::string& id, const Record& record)
-            { builder.Add(id, TextOf(record, "FabricName"), ReadForwarder(record)); });
+            {
+                Forwarder forwarder = ReadForwarder(record);
+                const std::string owner = OwnerOf(ForwarderId(id, forwarder.nodeName), parents, id);
+                builder.Add(owner, TextOf(record, "FabricName"), std::move(forwarder));
+            });
     ForEach("Zarn_FCoEPort", choice, session,
-            [&](const std::string& id, const Record& record) { builder.Add(id, ReadPort(record)); });
+            [&](const std::string& id, const Record& record)
+            {
+                Port port = ReadPort(record);
+                const LinkEnd* fabric = parents.Find(PortId(id, port.portName));
+                port.switchName = fabric ? fabric->key : port.switchName;
+                builder.Add(fabric ? OwnerOf(fabric->id, parents, id) : id, std::move(port));
+            });
     ForEach("Zarn_FcoeTarget", choice, session,
             [&](const std::string& id, const Record& record)
             { builder.Add(id, TextOf(record, "PortWorldWidePortName"), ReadTarget(record)); });
@@ -158,7 +162,8 @@ Topology ReadTopology(const AdapterChoice& choice, Session& session)
                 builder.Add(id, TextOf(record, "PortWorldWidePortName"), TextOf(record, "TargetWorldWidePortName"),
                             ReadLun(record));
             });
-    return builder.Take();
+    found.topology = builder.Take();
+    return found;
 }
 
 } // namespace orl::client

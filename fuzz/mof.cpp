@@ -1,19 +1,13 @@
 // MOF: what is read prints back to itself, in any encoding.
+#include "fuzz/Require.h"
 #include "wbem/MofReader.h"
 #include "wbem/Text.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 namespace
 {
-
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 struct Printer
 {

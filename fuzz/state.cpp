@@ -4,11 +4,13 @@
 #include "agentlibs/inventory/ChangedSan.h"
 #include "Common/Src/ModuleTrace.h"
 #include "agentlibs/BackendError.h"
+#include "agentlibs/inventory/SettingState.h"
 #include "agentlibs/inventory/VirtualPortActions.h"
 #include "agentlibs/inventory/VirtualPortState.h"
 
+#include "fuzz/Require.h"
+
 #include <cstdint>
-#include <cstdlib>
 
 ORL_MODULE_TRACE_OFF;
 
@@ -20,12 +22,6 @@ const std::string San = R"({"hbas": [{"deviceId": "a", "worldWidePortName": "200
   "virtualPorts": [{"worldWidePortName": "2100000000000001"}],
   "targets": [{"portWorldWidePortName": "2100000000000001", "luns": [{}]}]}], "generate": {"hbas": 2}})";
 
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
 void CheckSections(const orl::StateDocument& document)
 {
     const orl::StateDocument changed(L"s", document.With("of this test", "[{}]"));
@@ -35,7 +31,7 @@ void CheckSections(const orl::StateDocument& document)
     Require(orl::StateDocument(L"s", changed.With("of this test", std::nullopt)).Section("of this test") == nullptr);
 }
 
-void CheckState(const orl::VirtualPortState& state)
+void CheckVirtualPorts(const orl::VirtualPortState& state)
 {
     static const auto inventory = orl::Inventory::Read(Name, San);
     const std::string text = state.Text();
@@ -54,6 +50,63 @@ void CheckState(const orl::VirtualPortState& state)
     actions.Delete(changed, created);
 }
 
+// What a state of settings may say something of: one setting of each kind.
+std::vector<orl::SettingDescription> Listed()
+{
+    std::vector<orl::SettingDescription> settings(3);
+    settings[0].kind = orl::SettingDescription::Kind::Enumeration;
+    settings[0].name = L"Mode";
+    settings[0].choices = {{0, L"off"}, {5, L"on"}};
+    settings[1].name = L"Depth";
+    settings[1].min = -8;
+    settings[1].max = 64;
+    settings[1].step = 8;
+    settings[2].kind = orl::SettingDescription::Kind::Other;
+    settings[2].name = L"Odd";
+    return settings;
+}
+
+void CheckSettings(const orl::SettingState& state)
+{
+    const std::string text = state.Text();
+    const orl::StateDocument document(L"s", orl::StateDocument(L"s").With(orl::SettingState::Section, text));
+    orl::SettingState again = orl::SettingState::Read(document);
+    Require(again.Text() == text && again.Empty() == state.Empty());
+
+    // Only values that a setting can have are put in, and what nobody changed stays as it is listed.
+    std::vector<orl::SettingDescription> settings = Listed();
+    again.ApplyTo(COrlString(L"A"), settings);
+    for (const orl::SettingDescription& setting : settings)
+        Require(setting.current == 0 || Admits(setting, setting.current));
+    settings = Listed();
+    again.ApplyTo(COrlString(L"an adapter that was never changed"), settings);
+    for (const orl::SettingDescription& setting : settings)
+        Require(setting.current == 0);
+
+    again.Set(COrlString(L"a"), COrlString(L"DEPTH"), 16);
+    Require(!again.Set(COrlString(L"A"), COrlString(L"depth"), 16) && !again.Empty());
+    settings = Listed();
+    again.ApplyTo(COrlString(L"a"), settings);
+    Require(settings[1].current == 16);
+    Require(again.Set(COrlString(L"a"), COrlString(L"Depth"), std::nullopt));
+    Require(!again.Set(COrlString(L"a"), COrlString(L"Depth"), std::nullopt));
+}
+
+// Reads a section: what is wrong with it is told with the file's name in front.
+template <typename Section, typename Check>
+void ReadAndCheck(const orl::StateDocument& document, Check&& check)
+{
+    try
+    {
+        check(Section::Read(document));
+    }
+    catch (const orl::BackendError& error)
+    {
+        const std::wstring& text = error.Text();
+        Require(error.Code() != 0 && (text.starts_with(L"s:") || text.starts_with(Name + L": ")));
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -62,12 +115,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     {
         const orl::StateDocument document(L"s", std::string(reinterpret_cast<const char*>(data), size));
         CheckSections(document);
-        CheckState(orl::VirtualPortState::Read(document));
+        ReadAndCheck<orl::VirtualPortState>(document, CheckVirtualPorts);
+        ReadAndCheck<orl::SettingState>(document, CheckSettings);
     }
     catch (const orl::BackendError& error)
     {
-        const std::wstring& text = error.Text();
-        Require(error.Code() != 0 && (text.starts_with(L"s:") || text.starts_with(Name + L": ")));
+        Require(error.Code() != 0 && error.Text().starts_with(L"s:"));
     }
     return 0;
 }

@@ -5,9 +5,16 @@
 
 #include <algorithm>
 #include <memory>
+#include <thread>
 
 namespace orl
 {
+namespace
+{
+
+constexpr std::chrono::milliseconds kLookAgain{1};
+
+} // namespace
 
 Enumerator::Enumerator(WorkerPool& workers, Ref<Request> request) : m_workers(workers), m_request(std::move(request)) {}
 
@@ -121,6 +128,21 @@ void Enumerator::AwaitFirst()
         throw CallFailure(m_status);
 }
 
+// Not held when the deadline passes first. Threads that share an enumerator are rare, so who finds it taken just looks
+// again every now and then.
+std::unique_lock<std::mutex> Enumerator::Enter(const Deadline& deadline)
+{
+    if (!deadline)
+        return std::unique_lock(m_mutex);
+    std::unique_lock lock(m_mutex, std::try_to_lock);
+    while (!lock && std::chrono::steady_clock::now() < *deadline)
+    {
+        std::this_thread::sleep_for(kLookAgain);
+        static_cast<void>(lock.try_lock());
+    }
+    return lock;
+}
+
 // The interface ------------------------------------------------------------------------------------------------------
 
 HRESULT Enumerator::Reset()
@@ -141,7 +163,9 @@ HRESULT Enumerator::Next(LONG timeout, ULONG count, IWbemClassObject** objects, 
                 throw CallFailure(WBEM_E_INVALID_PARAMETER, L"Next has no place for its objects");
             std::fill_n(objects, count, nullptr);
             const Deadline deadline = DeadlineIn(timeout);
-            const std::lock_guard lock(m_mutex);
+            const std::unique_lock lock = Enter(deadline);
+            if (!lock)
+                return WBEM_S_TIMEDOUT;
             while (*returned < count)
             {
                 CComPtr<ClassObject> object;
@@ -162,7 +186,9 @@ HRESULT Enumerator::Skip(LONG timeout, ULONG count)
         [&]() -> HRESULT
         {
             const Deadline deadline = DeadlineIn(timeout);
-            const std::lock_guard lock(m_mutex);
+            const std::unique_lock lock = Enter(deadline);
+            if (!lock)
+                return WBEM_S_TIMEDOUT;
             for (ULONG i = 0; i < count; ++i)
             {
                 const Step step = Advance(deadline, nullptr);

@@ -19,7 +19,7 @@ class WorkerPool;
 //
 // Next answers WBEM_S_NO_ERROR with fewer objects than wanted only when a failure comes after them, which the following
 // Next then answers; WBEM_S_FALSE at the end; WBEM_S_TIMEDOUT with the objects that came in time. Thread safe, one call
-// after the other.
+// after the other; a timeout holds also while another thread's call is under way.
 class Enumerator : public ComObject<IEnumWbemClassObject>
 {
 public:
@@ -52,6 +52,7 @@ private:
         TimedOut
     };
 
+    std::unique_lock<std::mutex> Enter(const Deadline& deadline);
     Step Advance(const Deadline& deadline, CComPtr<ClassObject>* object);
     Step Refill(const Deadline& deadline);
     void Start();

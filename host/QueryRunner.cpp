@@ -144,6 +144,8 @@ public:
     SchemaRequest(RequestScope scope, std::wstring_view text, WqlQuery query)
         : Request(std::move(scope), L"ExecQuery", std::wstring(text)), m_query(std::move(query)), m_tested(m_query)
     {
+        for (const std::wstring& name : m_query.selected)
+            NeedSystemProperty(name);
     }
 
 private:
@@ -154,7 +156,7 @@ private:
         {
             if (status.Failed() || !m_query.Admits(QuerySource(m_tested, *each->Prototype())))
                 continue;
-            Objects found{MakeObject<ClassObject>(each->Prototype())};
+            Objects found{MakeObject<ClassObject>(each->Prototype(), ProjectionOf(m_query, *each))};
             status.code = results.Deliver(found);
         }
         return status;

@@ -39,11 +39,11 @@ TestedProperties::Place TestedProperties::PlaceOf(const std::wstring& name, cons
         place.isThis = true;
         return place;
     }
+    if (!ofClass)
+        NeedSystemProperty(name);
     place.system = FindSystemProperty(name);
     if (place.system)
         return place;
-    if (!ofClass)
-        RefuseName(name, L"a query over classes knows system properties only: meta_class");
     NeedProperty(*ofClass, name);
     place.inside = SplitAtPoints(name);
     place.index = ofClass->FindProperty(place.inside.front());
@@ -89,6 +89,12 @@ void NeedProperty(const ClassDef& ofClass, std::wstring_view name)
     if (parts.size() > 1 && ofClass.Properties()[index].Type() != wbem::CimType::Object)
         throw CallFailure(WBEM_E_INVALID_QUERY, L"the property " + parts.front() + L" of " + ofClass.Name() +
                                                     L" is no object that could have a property " + parts[1]);
+}
+
+void NeedSystemProperty(std::wstring_view name)
+{
+    if (!FindSystemProperty(name))
+        RefuseName(name, L"a query over classes knows system properties only: meta_class");
 }
 
 CimValue QuerySource::Value(const wbem::WqlProperty& property) const

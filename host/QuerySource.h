@@ -45,6 +45,8 @@ private:
 
 // Throws CallFailure WBEM_E_INVALID_QUERY unless the class has the property; of a name with points its first part.
 void NeedProperty(const ClassDef& ofClass, std::wstring_view name);
+// The same for a query over classes: unless it is a system property.
+void NeedSystemProperty(std::wstring_view name);
 
 // One object.
 class QuerySource final : public wbem::WqlSource

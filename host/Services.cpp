@@ -89,8 +89,10 @@ HRESULT Services::OneObject(const Operation& operation, IWbemClassObject** objec
             if (operation.flags & WBEM_FLAG_RETURN_IMMEDIATELY)
             {
                 NeedPlace(result);
-                *result = MakeObject<CallResult>(single).Detach();
+                *result = nullptr;
+                CComPtr<CallResult> pending = MakeObject<CallResult>(single);
                 m_host.Workers().Run([request, call, single] { request->Run(*call, *single); });
+                *result = pending.Detach();
                 return WBEM_S_NO_ERROR;
             }
             request->Run(*call, *single);

@@ -1,10 +1,13 @@
 // Threads for calls that must not hold up their caller.
 #include "host/WorkerPool.h"
 
+#include "host/CallStatus.h"
+
 #include <windows.h>
 #include <objbase.h>
 
 #include <chrono>
+#include <string>
 
 namespace orl
 {
@@ -32,6 +35,9 @@ void WorkerPool::Run(std::function<void()> task)
     std::list<std::thread> ended;
     {
         const std::lock_guard lock(m_mutex);
+        if (m_running + m_waiting.size() >= kMostTasks)
+            throw CallFailure(WBEM_E_SERVER_TOO_BUSY,
+                              std::to_wstring(kMostTasks) + L" calls are under way; no more are taken until one ends");
         ended.swap(m_ended);
         m_waiting.push_back(std::move(task));
         if (m_waiting.size() > m_idle)

@@ -17,13 +17,17 @@ namespace orl
 class WorkerPool
 {
 public:
+    // Tasks at one time: a client that asks on and on while a provider hangs must not use up the process.
+    static constexpr std::size_t kMostTasks = 512;
+
     WorkerPool() = default;
     // Waits for all tasks.
     ~WorkerPool();
     WorkerPool(const WorkerPool&) = delete;
     WorkerPool& operator=(const WorkerPool&) = delete;
 
-    // The task must not throw. Throws std::system_error when no thread can be made; the task has not run then.
+    // The task must not throw. Throws CallFailure WBEM_E_SERVER_TOO_BUSY when kMostTasks are under way,
+    // std::system_error when no thread can be made; the task has not run then.
     void Run(std::function<void()> task);
 
     // When no task is running: ends all threads, so that the module can be unloaded, and answers true.

@@ -33,19 +33,19 @@ namespace
 struct Implementor
 {
     const wchar_t* cimClass;
-    std::unique_ptr<CWomClassManagerRoot> (*make)();
+    std::unique_ptr<CWomClassManagerRoot> (*make)(COrlFcoeAgentIntf* fcoe, OrlAdapterAgent* adapter);
 };
 
 template <typename Manager>
-std::unique_ptr<CWomClassManagerRoot> OnFcoeAgent()
+std::unique_ptr<CWomClassManagerRoot> OnFcoeAgent(COrlFcoeAgentIntf* fcoe, OrlAdapterAgent*)
 {
-    return std::make_unique<Manager>(orl::g_fcoeAgent);
+    return std::make_unique<Manager>(fcoe);
 }
 
 template <typename Manager>
-std::unique_ptr<CWomClassManagerRoot> OnBothAgents()
+std::unique_ptr<CWomClassManagerRoot> OnBothAgents(COrlFcoeAgentIntf* fcoe, OrlAdapterAgent* adapter)
 {
-    return std::make_unique<Manager>(orl::g_fcoeAgent, orl::g_adapterAgent);
+    return std::make_unique<Manager>(fcoe, adapter);
 }
 
 // In the order of registration.
@@ -81,6 +81,21 @@ bool BindAgents()
 
 } // namespace
 
+namespace orl
+{
+
+void AddClassManagers(ImplementorRegistry& registry, COrlFcoeAgentIntf* fcoe, OrlAdapterAgent* adapter)
+{
+    for (const Implementor& implementor : Implementors)
+    {
+        std::unique_ptr<CWomClassManagerRoot> manager = implementor.make(fcoe, adapter);
+        CComBSTR name(implementor.cimClass);
+        registry.AddClassManager(std::move(name), manager.release());
+    }
+}
+
+} // namespace orl
+
 void RegisterCimImplementors(void* /*context*/, ImplementorRegistry* registry, CResult* result)
 {
     COrlTraceScope scope(L"RegisterCimImplementors");
@@ -89,11 +104,6 @@ void RegisterCimImplementors(void* /*context*/, ImplementorRegistry* registry, C
         g_OrlDebug.Print(L"ORL2InstFcoe::RegisterCimImplementors Initialize() Failed!");
         return;
     }
-    for (const Implementor& implementor : Implementors)
-    {
-        std::unique_ptr<CWomClassManagerRoot> manager = implementor.make();
-        CComBSTR name(implementor.cimClass);
-        registry->AddClassManager(std::move(name), manager.release());
-    }
+    orl::AddClassManagers(*registry, orl::g_fcoeAgent, orl::g_adapterAgent);
     *result = CResult{0, 0};
 }

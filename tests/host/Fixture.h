@@ -3,12 +3,11 @@
 
 #include "host/Host.h"
 #include "tests/host/ScriptedProvider.h"
+#include "tests/support/Collector.h"
 
 #include <gtest/gtest.h>
 
-#include <condition_variable>
 #include <memory>
-#include <mutex>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -39,50 +38,6 @@ std::wstring Shown(const VARIANT& value);
 std::wstring Show(IWbemClassObject* object, const wchar_t* property);
 // The names of a SAFEARRAY of texts, which is destroyed.
 std::vector<std::wstring> NamesIn(SAFEARRAY* names);
-
-// A client's sink. Thread safe.
-class Collector : public ComObject<IWbemObjectSink>
-{
-public:
-    struct Status
-    {
-        HRESULT code;
-        std::wstring text;
-        CComPtr<IWbemClassObject> object;
-    };
-
-    // Called with each object's number, from 1; its answer is Indicate's.
-    std::function<HRESULT(std::size_t count)> onObject;
-
-    // Waits for the final status.
-    Status Await();
-    bool HasStatus() const;
-    std::size_t Count() const;
-    std::size_t Statuses() const;
-    std::vector<CComPtr<IWbemClassObject>> Objects() const;
-
-    HRESULT STDMETHODCALLTYPE Indicate(LONG count, IWbemClassObject** objects) override;
-    HRESULT STDMETHODCALLTYPE SetStatus(LONG flags, HRESULT code, BSTR text, IWbemClassObject* object) override;
-
-private:
-    mutable std::mutex m_mutex;
-    std::condition_variable m_changed;
-    std::vector<CComPtr<IWbemClassObject>> m_objects;
-    std::vector<Status> m_statuses;
-};
-
-// Something that one thread waits for and another one lets happen.
-class Gate
-{
-public:
-    void Open();
-    void Pass(); // waits
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    bool m_isOpen = false;
-};
 
 // The classes that most tests use: Test_Lamp and below it Test_Bulb, served by the scripted provider, and Test_Room,
 // whose instances the MOF declares.

@@ -93,6 +93,42 @@ constexpr LikeRow kRows[] = {
     {L"[^]", L"[^]", true},
     {L"[[[", L"[[[", true},
     {L"]", L"]", true},
+    {L"a[b", L"A[B", true},
+    {L"a[b", L"ab", false},
+    {L"[%", L"[anything", true},
+    {L"[%", L"anything", false},
+    {L"[_", L"[x", true},
+    {L"[^", L"[^", true},
+    {L"[^", L"x", false},
+    {L"[^%]", L"x", true},
+    {L"[^%]", L"%", false},
+    {L"[a-", L"[a-", true},
+    {L"[a-", L"b", false},
+    {L"[ab]c[de", L"bc[DE", true},
+    {L"[ab]c[de", L"bcd", false},
+    {L"[]%", L"[]x", true},
+    {L"[]ab", L"]", false},
+    {L"[]ab]", L"]", true},
+    {L"[]ab]", L"b", true},
+    {L"[^^]", L"^", false},
+    {L"[^^]", L"x", true},
+    {L"[a-b-c]", L"-", true},
+    {L"[a-b-c]", L"c", true},
+    {L"[a-b-c]", L"b", true},
+    {L"[a-b-c]", L"d", false},
+    {L"[--0]", L".", true},
+    {L"[--0]", L"1", false},
+    {L"[[-\\]]", L"\\]", true},
+    {L"[[^]", L"^", true},
+    // A set takes one character, never none and never two.
+    {L"[ab]", L"", false},
+    {L"[ab]", L"ab", false},
+    {L"[^ab]", L"xy", false},
+    {L"[ab]%", L"b", true},
+    {L"%[0-9]", L"eth9", true},
+    {L"%[0-9]", L"9eth", false},
+    {L"%[^0-9]", L"9eth", true},
+    {L"[e]th%[.]1002", L"ETH0.1002", true},
     // A backslash is a letter like others.
     {L"a\\%", L"a\\bc", true},
     {L"a\\%", L"a%", false},
@@ -180,6 +216,41 @@ TEST(Like, AnEvilPatternTakesTimeInProportionToTheText)
     std::wstring segment = L"%" + std::wstring(4000, L'a') + L"b";
     EXPECT_FALSE(LikePattern(segment).Matches(text));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2) * ORL_TEST_SLOWDOWN);
+}
+
+// Each of these makes a matcher that tries one choice after the other take for ever.
+TEST(Like, NoPatternMakesALongTextSlow)
+{
+    const std::wstring many(100000, L'a');
+    const auto repeat = [](std::wstring_view part, int times)
+    {
+        std::wstring all;
+        while (times-- > 0)
+            all += part;
+        return all;
+    };
+    const struct
+    {
+        std::wstring pattern;
+        bool matches; // many 'a'
+        bool withEnd; // many 'a' and a 'b'
+    } rows[] = {
+        {repeat(L"%a", 2000) + L"%b", false, true},       {repeat(L"%a", 2000) + L"b", false, true},
+        {repeat(L"%_", 2000) + L"b", false, true},        {repeat(L"%", 4000) + L"b", false, true},
+        {repeat(L"%aaaaaaaaab", 300), false, false},      {repeat(L"%[a-z]", 600) + L"[^a]", false, true},
+        {repeat(L"%[^b]", 800) + L"%", true, true},       {L"%" + repeat(L"_", 4000) + L"b", false, true},
+        {L"%" + repeat(L"a", 4000) + L"[", false, false}, {repeat(L"[", 4000), false, false},
+        {repeat(L"[a", 2000) + L"%", false, false},
+    };
+    const auto start = std::chrono::steady_clock::now();
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(Utf8(row.pattern.substr(0, 20)));
+        const LikePattern pattern(row.pattern);
+        EXPECT_EQ(pattern.Matches(many), row.matches);
+        EXPECT_EQ(pattern.Matches(many + L"b"), row.withEnd);
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4) * ORL_TEST_SLOWDOWN);
 }
 
 TEST(Like, EveryKindOfSetOfAFullPatternIsBuiltInNoTime)

@@ -1,23 +1,11 @@
 // Many clients at once on one inventory: gets, enumerations, queries, associations, methods and deletions, from the
 // service down to the agent and its state file.
 
+#include "agentlibs/corelink/CoreAgent.h"
 #include "agentlibs/fcoelink/Backend.h"
 #include "agentlibs/fcoelink/FcoeAgent.h"
-#include "assoc/Zarn_FabricToPortAssoc.h"
-#include "assoc/Zarn_HBAToFabricAssoc.h"
-#include "assoc/Zarn_HBAToLunAssoc.h"
-#include "classes/Zarn_FcoeFabric.h"
-#include "classes/Zarn_FcoeHBA.h"
-#include "classes/Zarn_FcoeLUN.h"
-#include "classes/Zarn_FcoePort.h"
-#include "classes/Zarn_FcoeStatistics.h"
-#include "classes/Zarn_FcoeTarget.h"
-#include "classes/Zarn_FcoeVLAN.h"
-#include "com/OrlCom.h"
-#include "framework/com/OrlInstProvider.h"
-#include "host/Host.h"
-#include "host/Locator.h"
 #include "tests/support/TestFolder.h"
+#include "tests/whole/WholeService.h"
 
 #include <gtest/gtest.h>
 
@@ -37,52 +25,14 @@ namespace
 constexpr int ThreadCount = 8;
 constexpr int Rounds = 12;
 
-class AllManagers final : public ManagerSource
-{
-public:
-    explicit AllManagers(COrlFcoeAgentIntf* agent)
-    {
-        Add(L"Zarn_FCOEHBA", new CZarn_FcoeHBA(agent));
-        Add(L"Zarn_FCoEFabric", new CZarn_FcoeFabric(agent));
-        Add(L"Zarn_FCoEPort", new CZarn_FcoePort(agent));
-        Add(L"Zarn_FcoeTarget", new CZarn_FcoeTarget(agent));
-        Add(L"Zarn_FCoeLUN", new CZarn_FcoeLUN(agent));
-        Add(L"Zarn_FCoeVLAN", new CZarn_FcoeVLAN(agent));
-        Add(L"Zarn_FCoEStatistics", new CZarn_FcoeStatistics(agent));
-        Add(L"Zarn_FCoE_HBA_Fabric_Assoc", new CZarn_HBAToFabricAssocMgr(agent));
-        Add(L"Zarn_FCoE_Fabric_Port_Assoc", new CZarn_FabricToPortAssocMgr(agent));
-        Add(L"Zarn_FCoE_HBA_LUN_Assoc", new CZarn_HBAToLUNAssocMgr(agent));
-    }
-    const ManagerTable* Managers(HRESULT& answer, COrlString&) noexcept override
-    {
-        answer = WBEM_S_NO_ERROR;
-        return &m_table;
-    }
-
-private:
-    void Add(const wchar_t* name, CWomClassManagerRoot* manager) { m_table.AddClassManager(CComBSTR(name), manager); }
-
-    ManagerTable m_table;
-};
-
-std::wstring Text(IWbemClassObject* object, const wchar_t* property)
-{
-    CComVariant value;
-    if (object == nullptr || FAILED(object->Get(property, 0, &value, nullptr, nullptr)) || value.vt != VT_BSTR)
-        return {};
-    return value.bstrVal;
-}
-
 // One client. Its failures are the test's.
 class Client
 {
 public:
-    explicit Client(Host& host)
+    explicit Client(WholeService& service)
     {
         CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-        EXPECT_EQ(MakeObject<Locator>(host)->ConnectServer(CComBSTR(L"root\\KESTA"), nullptr, nullptr, nullptr, 0,
-                                                           nullptr, nullptr, &m_service),
-                  WBEM_S_NO_ERROR);
+        m_service = service.Connect();
     }
     ~Client()
     {
@@ -104,7 +54,7 @@ public:
             ULONG returned = 0;
             code = found->Next(WBEM_INFINITE, 1, &object, &returned);
             if (returned == 1)
-                texts.push_back(Text(object, property));
+                texts.push_back(TextIn(object, property));
         }
         EXPECT_EQ(code, WBEM_S_FALSE) << ::testing::PrintToString(query);
         return texts;
@@ -113,7 +63,7 @@ public:
     {
         CComPtr<IWbemClassObject> object;
         EXPECT_EQ(m_service->GetObject(CComBSTR(path.c_str()), 0, nullptr, &object, nullptr), WBEM_S_NO_ERROR);
-        return Text(object, property);
+        return TextIn(object, property);
     }
     // The out-parameter of a method; with an in-parameter WorldWidePortName where there is one.
     std::wstring Call(const std::wstring& path, const wchar_t* method, const wchar_t* out,
@@ -122,18 +72,14 @@ public:
         CComPtr<IWbemClassObject> in;
         if (!name.empty())
         {
-            CComPtr<IWbemClassObject> ofClass;
-            CComPtr<IWbemClassObject> signature;
-            EXPECT_EQ(m_service->GetObject(CComBSTR(L"Zarn_FCOEHBA"), 0, nullptr, &ofClass, nullptr), WBEM_S_NO_ERROR);
-            EXPECT_EQ(ofClass->GetMethod(method, 0, &signature, nullptr), WBEM_S_NO_ERROR);
-            EXPECT_EQ(signature->SpawnInstance(0, &in), WBEM_S_NO_ERROR);
+            in = ParametersOf(*m_service, L"Zarn_FCOEHBA", method);
             CComVariant value(name.c_str());
             EXPECT_EQ(in->Put(L"WorldWidePortName", 0, &value, 0), WBEM_S_NO_ERROR);
         }
         CComPtr<IWbemClassObject> result;
         EXPECT_EQ(m_service->ExecMethod(CComBSTR(path.c_str()), CComBSTR(method), 0, nullptr, in, &result, nullptr),
                   WBEM_S_NO_ERROR);
-        return Text(result, out);
+        return TextIn(result, out);
     }
     HRESULT Delete(const std::wstring& path)
     {
@@ -154,25 +100,15 @@ protected:
         BackendConfig config;
         config.backend = L"inventory";
         config.inventory = inventory.wstring();
-        agent = std::make_unique<FcoeAgent>(MakeInventoryBackend(config));
-        managers = std::make_unique<AllManagers>(agent.get());
-        host = std::make_unique<Host>([] { return Repository::FromFolder(ORL_SCHEMA); },
-                                      [this](const std::wstring&, IUnknown** provider) -> HRESULT
-                                      {
-                                          const auto made = MakeObject<OrlInstProvider>(*managers);
-                                          return made->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(provider));
-                                      });
-    }
-    ~MixedLoad() override
-    {
-        host->Workers().Stop();
-        host.reset();
+        fcoe = std::make_unique<FcoeAgent>(MakeInventoryBackend(config));
+        adapter = std::make_unique<CoreAgent>(MakeInventorySettings(config));
+        service = std::make_unique<WholeService>(*fcoe, *adapter);
     }
 
     TestFolder folder;
-    std::unique_ptr<FcoeAgent> agent;
-    std::unique_ptr<AllManagers> managers;
-    std::unique_ptr<Host> host;
+    std::unique_ptr<FcoeAgent> fcoe;
+    std::unique_ptr<CoreAgent> adapter;
+    std::unique_ptr<WholeService> service;
 };
 
 TEST_F(MixedLoad, EightClientsLoseNothingAndMeetNoFailure)
@@ -182,7 +118,7 @@ TEST_F(MixedLoad, EightClientsLoseNothingAndMeetNoFailure)
     std::set<std::wstring> seen; // names, each given out once
     const auto work = [&](int thread)
     {
-        Client client(*host);
+        Client client(*service);
         const std::wstring hba = L"sim" + std::to_wstring(thread % 2);
         const std::wstring path = L"Zarn_FCOEHBA.DeviceID=\"" + hba + L"\"";
         for (int round = 0; round < Rounds; ++round)
@@ -215,7 +151,7 @@ TEST_F(MixedLoad, EightClientsLoseNothingAndMeetNoFailure)
     for (std::thread& thread : threads)
         thread.join();
 
-    Client client(*host);
+    Client client(*service);
     std::set<std::wstring> virtualPorts;
     for (const std::wstring& name :
          client.Query(L"SELECT * FROM Zarn_FCoEPort WHERE PortTypeID = 2", L"WorldWidePortName"))

@@ -95,6 +95,7 @@ void ClassDef::TakeProperties()
 
 void ClassDef::IndexProperties()
 {
+    m_followers = std::vector<std::atomic<std::uint16_t>>(m_properties.size() + 1);
     m_index.assign(std::bit_ceil(m_properties.size() * 2 + 1), kFree);
     for (std::size_t i = 0; i < m_properties.size(); ++i)
     {
@@ -116,6 +117,18 @@ std::size_t ClassDef::FindProperty(std::wstring_view name) const noexcept
         place = (place + 1) & (m_index.size() - 1);
     }
     return kNotFound;
+}
+
+std::size_t ClassDef::FindPropertyAfter(std::size_t last, std::wstring_view name) const noexcept
+{
+    std::atomic<std::uint16_t>& follower = m_followers[last + 1]; // kNotFound + 1 is 0
+    const std::size_t guess = follower.load(std::memory_order_relaxed);
+    if (guess < m_properties.size() && m_properties[guess].Name() == name)
+        return guess;
+    const std::size_t index = FindProperty(name);
+    if (index != kNotFound)
+        follower.store(static_cast<std::uint16_t>(index), std::memory_order_relaxed);
+    return index;
 }
 
 void ClassDef::FillPrototype()

@@ -4,6 +4,7 @@
 #include "host/ObjectBody.h"
 #include "wbem/Mof.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -84,6 +85,9 @@ public:
     const std::vector<PropertyDef>& Properties() const noexcept { return m_properties; }
     // The index of a property, without case; kNotFound when the class has none of that name.
     std::size_t FindProperty(std::wstring_view name) const noexcept;
+    // The same, fastest for the property that was asked for after that one before: who fills or reads objects of a
+    // class names their properties in the same order each time. `last`: kNotFound for the first one.
+    std::size_t FindPropertyAfter(std::size_t last, std::wstring_view name) const noexcept;
     // Indexes of the key properties, in the order of Properties.
     const std::vector<std::size_t>& Keys() const noexcept { return m_keys; }
 
@@ -111,6 +115,8 @@ private:
     std::vector<MethodDef> m_methods;
     std::vector<std::size_t> m_keys;
     std::vector<std::uint16_t> m_index; // open addressing by name; a power of two long; 0xffff: free
+    // By the index of a property, plus one, the property named after it last; the only thing that changes.
+    mutable std::vector<std::atomic<std::uint16_t>> m_followers;
     bool m_isAssociation = false;
     bool m_isSingleton = false;
     Ref<ObjectBody> m_prototype;

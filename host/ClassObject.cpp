@@ -135,9 +135,10 @@ std::size_t ClassObject::IndexOf(LPCWSTR name) const
 {
     if (!name)
         throw CallFailure(WBEM_E_INVALID_PARAMETER, L"no property is named");
-    const std::size_t index = Class().FindProperty(name);
+    const std::size_t index = Class().FindPropertyAfter(m_lastNamed.load(std::memory_order_relaxed), name);
     if (index == ClassDef::kNotFound)
         throw CallFailure(WBEM_E_NOT_FOUND, L"the class " + Class().Name() + L" has no property " + name);
+    m_lastNamed.store(index, std::memory_order_relaxed);
     if (!Shows(index))
         throw CallFailure(WBEM_E_NOT_FOUND, L"the query did not select the property " + std::wstring(name));
     return index;
@@ -184,7 +185,7 @@ HRESULT ClassObject::Put(LPCWSTR name, LONG, VARIANT* value, CIMTYPE type)
     return ComCall(
         [&]() -> HRESULT
         {
-            if (name && FindSystemProperty(name))
+            if (name && IsSystemName(name) && FindSystemProperty(name))
                 throw CallFailure(WBEM_E_SYSTEM_PROPERTY, std::wstring(name) + L" cannot be set");
             const std::size_t index = IndexOf(name);
             const PropertyDef& property = Class().Properties()[index];

@@ -5,6 +5,7 @@
 #include "host/ClassDef.h"
 #include "host/ObjectBody.h"
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <string>
@@ -96,6 +97,7 @@ private:
 
     Ref<ObjectBody> m_body;
     std::shared_ptr<const Projection> m_projection;
+    mutable std::atomic<std::size_t> m_lastNamed = ClassDef::kNotFound; // a hint: several threads may read an object
     std::size_t m_next = kNotEnumerating; // of an enumeration: properties, or system properties
     LONG m_enumerated = 0;                // its flags
     std::size_t m_nextMethod = kNotEnumerating;

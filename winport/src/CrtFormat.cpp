@@ -38,6 +38,12 @@ public:
         for (const Character c : text)
             Put(winport::Widen(c));
     }
+    void Put(std::wstring_view text)
+    {
+        if (m_length < m_room)
+            std::copy_n(text.begin(), std::min(text.size(), m_room - m_length), m_text + m_length);
+        m_length += text.size();
+    }
     size_t Length() const { return m_length; }
 
 private:
@@ -59,9 +65,11 @@ public:
     {
         while (*format)
         {
-            if (*format != L'%')
-                m_out.Put(*format++);
-            else
+            const wchar_t* const plain = format;
+            while (*format && *format != L'%')
+                ++format;
+            m_out.Put(std::wstring_view(plain, static_cast<size_t>(format - plain)));
+            if (*format)
                 One(winport::ReadDirective(++format, [this] { return va_arg(m_arguments, int); }));
         }
     }

@@ -79,6 +79,9 @@ Size ReadSize(const wchar_t*& format)
     } sizes[] = {{L"I64", Size::Long64}, {L"I32", Size::Long}, {L"I", Size::Long64},
                  {L"ll", Size::Long64},  {L"l", Size::Long},   {L"w", Size::Long},
                  {L"hh", Size::Short},   {L"h", Size::Short},  {L"L", Size::Default}};
+    // Most directives have none; every path and trace line asks.
+    if (std::wcschr(L"IlwhL", *format) == nullptr || *format == L'\0')
+        return Size::Default;
     for (const auto& [text, size] : sizes)
     {
         if (std::wcsncmp(format, text.data(), text.size()) == 0)

@@ -1,7 +1,7 @@
 // ASSOCIATORS OF and REFERENCES OF an adapter with many LUNs, through IWbemServices into a sink that counts: what one
 // row costs must not depend on how many there are.
 
-#include "bench/San.h"
+#include "benchmarks/San.h"
 
 #include <benchmark/benchmark.h>
 
@@ -38,8 +38,18 @@ void ReferencesOfAnHba(benchmark::State& state)
     Ask(state, L"REFERENCES OF {Zarn_FCOEHBA.DeviceID=\"sim1\"} WHERE ResultClass = Zarn_FCoE_HBA_LUN_Assoc");
 }
 
-BENCHMARK(AssociatorsOfAnHba)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
-BENCHMARK(ReferencesOfAnHba)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(AssociatorsOfAnHba)
+    ->RangeMultiplier(10)
+    ->Range(1000, 100000)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
+BENCHMARK(ReferencesOfAnHba)
+    ->RangeMultiplier(10)
+    ->Range(1000, 100000)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
 
 } // namespace
 

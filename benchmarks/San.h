@@ -20,6 +20,7 @@ struct San
     std::size_t hbas;
     std::size_t targetsPerHba;
     std::size_t lunsPerTarget;
+    std::size_t settingsPerHba = 0;
 };
 
 // The agent notices that its file has changed.

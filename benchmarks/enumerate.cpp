@@ -4,7 +4,7 @@
 //
 // "peak_MB" is the process's peak memory during that benchmark alone.
 
-#include "bench/San.h"
+#include "benchmarks/San.h"
 
 #include "agent/OrlFcoeAgentIntf.h"
 

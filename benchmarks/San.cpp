@@ -1,4 +1,4 @@
-#include "bench/San.h"
+#include "benchmarks/San.h"
 
 #include "Common/Src/ModuleTrace.h"
 
@@ -44,7 +44,8 @@ void WriteInventory(const San& san)
     const fs::path file = WorkFolder() / "inventory.json";
     const fs::path next = WorkFolder() / "inventory.new";
     std::ofstream(next) << R"({"generate": {"seed": 1, "hbas": )" << san.hbas << R"(, "targetsPerHba": )"
-                        << san.targetsPerHba << R"(, "lunsPerTarget": )" << san.lunsPerTarget << "}}\n";
+                        << san.targetsPerHba << R"(, "lunsPerTarget": )" << san.lunsPerTarget
+                        << R"(, "settingsPerHba": )" << san.settingsPerHba << "}}\n";
     fs::rename(next, file);
 }
 

@@ -2,6 +2,7 @@
 
 #include "Common/Src/ModuleTrace.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>
@@ -46,6 +47,8 @@ void WriteInventory(const San& san)
     std::ofstream(next) << R"({"generate": {"seed": 1, "hbas": )" << san.hbas << R"(, "targetsPerHba": )"
                         << san.targetsPerHba << R"(, "lunsPerTarget": )" << san.lunsPerTarget
                         << R"(, "settingsPerHba": )" << san.settingsPerHba << "}}\n";
+    // The agent reads a file that was written just now again and again, for it may still be being written.
+    fs::last_write_time(next, fs::file_time_type::clock::now() - std::chrono::minutes(1));
     fs::rename(next, file);
 }
 

@@ -129,8 +129,10 @@ void ArrayToVariant(const CimValue& value, const Namespace& nameSpace, VARIANT& 
 
 CimValue SignedFrom(std::int64_t number, CimType wanted) noexcept
 {
-    if (wanted == CimType::UInt32 && number < 0 && number >= std::numeric_limits<std::int32_t>::min())
-        return CimValue::Unsigned(CimType::UInt32, static_cast<std::uint32_t>(number)); // the bits of a large uint32
+    // A negative one is the bits of a large uint32.
+    if (wanted == CimType::UInt32 && number >= std::numeric_limits<std::int32_t>::min() &&
+        number <= std::int64_t{std::numeric_limits<std::uint32_t>::max()})
+        return CimValue::Unsigned(CimType::UInt32, static_cast<std::uint32_t>(number));
     if (wanted == CimType::Char16 && number >= std::numeric_limits<std::int16_t>::min() && number <= 0xffff)
         return CimValue::Char16(static_cast<char16_t>(number));
     return CimValue::Integer(number);
@@ -193,7 +195,7 @@ std::optional<CimValue> ScalarFrom(const VARIANT& variant, CimType wanted, std::
     }
 }
 
-std::optional<CimValue> Converted(const CimValue& value, CimType type, bool isArray, std::wstring& reason)
+std::optional<CimValue> Converted(CimValue value, CimType type, bool isArray, std::wstring& reason)
 {
     if (value.Type() == type && value.IsArray() == isArray)
         return value;
@@ -306,8 +308,8 @@ std::optional<CimValue> FromVariant(const VARIANT& variant, CimType type, bool i
         const auto elementType = static_cast<VARTYPE>(variant.vt & VT_TYPEMASK);
         return ArrayFrom(V_ARRAY(&variant), elementType, type, reason);
     }
-    const std::optional<CimValue> scalar = ScalarFrom(variant, type, reason);
-    return scalar ? Converted(*scalar, type, isArray, reason) : std::nullopt;
+    std::optional<CimValue> scalar = ScalarFrom(variant, type, reason);
+    return scalar ? Converted(*std::move(scalar), type, isArray, reason) : std::nullopt;
 }
 
 void ToVariant(const CimValue& value, const Namespace& nameSpace, VARIANT& variant)

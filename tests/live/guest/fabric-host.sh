@@ -75,7 +75,7 @@ if need io; then
     say "I/O"
     for h in $H0 $H1; do
         for d in /sys/class/scsi_disk/${h#host}:*/device/block/*; do
-            run dd if=/dev/${d##*/} of=/dev/null bs=64k count=64
+            run dd if=/dev/${d##*/} of=/dev/null bs=64k count=$(quick && echo 16 || echo 64)
         done
     done
     run sg_inq /dev/$(basename $(ls -d /sys/class/scsi_disk/${H0#host}:0:*:0/device/block/* | head -1))

@@ -1,11 +1,11 @@
 // treecopy: copies parts of /sys and /proc, as they are, into a plain tree.
 //
-// usage: treecopy [-x NAME]... DEST ROOT...
+// usage: treecopy [-x PATTERN]... DEST ROOT...
 //
 // Every ROOT is copied to DEST/ROOT. Files are read to their end (sysfs says 4096 bytes of all of them), symbolic links
 // are recreated as they are (in sysfs they are relative, so they lead inside DEST too when their target was copied),
 // folders are walked without following links, and the permission bits are kept. A file that cannot be opened or read is
-// created empty. -x leaves out what has that name, anywhere.
+// created empty. -x leaves out what has such a name, anywhere: 'vpd_*'.
 //
 // DEST.modes   one line a file:  mode size path
 // DEST.errors  one line a file that could not be read:  call ERRNO path
@@ -16,11 +16,12 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <set>
 #include <string>
+#include <vector>
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <fnmatch.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -37,7 +38,7 @@ using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 class TreeCopy
 {
 public:
-    TreeCopy(std::string destination, std::set<std::string> excluded)
+    TreeCopy(std::string destination, std::vector<std::string> excluded)
         : m_destination(std::move(destination)), m_excluded(std::move(excluded)),
           m_modes(std::fopen((m_destination + ".modes").c_str(), "a"), std::fclose),
           m_errors(std::fopen((m_destination + ".errors").c_str(), "a"), std::fclose)
@@ -64,7 +65,7 @@ private:
     {
         struct stat found = {};
         struct stat there = {};
-        if (m_excluded.count(path.substr(path.rfind('/') + 1)) != 0)
+        if (IsExcluded(path.substr(path.rfind('/') + 1)))
             return;
         const std::string copy = m_destination + path;
         if (lstat(path.c_str(), &found) != 0)
@@ -77,6 +78,12 @@ private:
             CopyLink(path, copy);
         else if (S_ISREG(found.st_mode))
             CopyFile(path, copy, found.st_mode);
+    }
+
+    bool IsExcluded(const std::string& name) const
+    {
+        return std::any_of(m_excluded.begin(), m_excluded.end(),
+                           [&](const std::string& pattern) { return fnmatch(pattern.c_str(), name.c_str(), 0) == 0; });
     }
 
     void CopyLink(const std::string& path, const std::string& copy)
@@ -151,7 +158,7 @@ private:
     }
 
     std::string m_destination;
-    std::set<std::string> m_excluded;
+    std::vector<std::string> m_excluded;
     File m_modes;
     File m_errors;
     long m_fileCount = 0;
@@ -163,12 +170,12 @@ private:
 
 int main(int argc, char** argv)
 {
-    std::set<std::string> excluded;
+    std::vector<std::string> excluded;
     for (int option = 0; (option = getopt(argc, argv, "x:")) != -1;)
     {
         if (option != 'x')
             return 2;
-        excluded.insert(optarg);
+        excluded.push_back(optarg);
     }
     if (argc - optind < 2)
         return 2;

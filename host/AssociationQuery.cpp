@@ -49,7 +49,7 @@ class SourceEnd
 {
 public:
     SourceEnd(const AssociationFilter& filter, const wbem::ObjectPath& path)
-        : m_filter(filter), m_source(IdentityOf(path))
+        : m_filter(filter), m_className(path.className), m_source(IdentityOf(path))
     {
     }
 
@@ -70,7 +70,7 @@ public:
 private:
     bool IsSource(std::wstring_view text, const Namespace& nameSpace)
     {
-        if (text.empty())
+        if (text.empty() || NamesAnotherClass(text))
             return false;
         if (text != m_lastText)
         {
@@ -83,7 +83,16 @@ private:
         return m_isLastSource;
     }
 
+    // Seen without parsing, for a path as providers write it: "Class.Key=..."
+    bool NamesAnotherClass(std::wstring_view text) const
+    {
+        const std::size_t end = text.find_first_of(L".:\\/\" ");
+        return end != std::wstring_view::npos && text[end] == L'.' &&
+               !wbem::EqualNoCase(text.substr(0, end), m_className);
+    }
+
     const AssociationFilter& m_filter;
+    const std::wstring m_className;
     const std::wstring m_source;
     // Providers write one end of all associations of an object alike, one after the other.
     std::wstring m_lastText;

@@ -32,8 +32,8 @@ namespace orl
 // "0x" and upper-case hexadecimal digits without leading zeros, as addresses are written in this field.
 inline COrlString HexadecimalText(ULONG value)
 {
-    wchar_t buffer[260]{};
-    _snwprintf(buffer, 259, L"0x%lX", value);
+    wchar_t buffer[11]; // eight digits and the end
+    _snwprintf(buffer, 11, L"0x%lX", value);
     return COrlString(static_cast<const wchar_t*>(buffer));
 }
 

@@ -18,11 +18,10 @@ constexpr std::uint64_t LongestLife = 60000; // microseconds after its first lin
 void KillOne(World& world, const std::filesystem::path& inventory, std::uint64_t seed, KilledAccounts& killed,
              Dice& dice)
 {
+    // The others want the state file too.
+    std::this_thread::sleep_for(std::chrono::milliseconds(10 + dice.Below(40)));
     if (killed.size() == KillHbas)
-    {
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
         return;
-    }
     const std::size_t number = killed.size();
     Account& account = killed.emplace_back(KillHba(number), SettingDefault);
     ChildProcess victim(BuiltProgram("stress"), {"--victim", inventory.string(), std::to_string(number),

@@ -34,6 +34,12 @@ std::optional<CimValue> AsKey(const CimValue& given, const PropertyDef& key)
     return wbem::ConvertTo(given, key.Type(), key.IsArray(), reason);
 }
 
+// Paths have a length that readers bear, and no way to write a null character.
+bool CanBeRead(const std::wstring& path)
+{
+    return path.size() <= wbem::kMaxPathLength && path.find(L'\0') == path.npos;
+}
+
 } // namespace
 
 std::optional<std::wstring> RelativePath(const ObjectBody& body)
@@ -55,6 +61,8 @@ std::optional<std::wstring> RelativePath(const ObjectBody& body)
         path += wbem::PathValueText(body[index]);
         separator = L',';
     }
+    if (!CanBeRead(path))
+        return std::nullopt;
     return path;
 }
 
@@ -63,7 +71,10 @@ std::optional<std::wstring> FullPath(const ObjectBody& body)
     const std::optional<std::wstring> relative = RelativePath(body);
     if (!relative)
         return std::nullopt;
-    return L"\\\\" + ServerName() + L"\\" + body.Class().InNamespace().Name() + L":" + *relative;
+    std::wstring path = L"\\\\" + ServerName() + L"\\" + body.Class().InNamespace().Name() + L":" + *relative;
+    if (!CanBeRead(path))
+        return std::nullopt;
+    return path;
 }
 
 bool MatchesPath(const ObjectBody& body, const wbem::ObjectPath& path, std::wstring& why)

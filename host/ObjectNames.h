@@ -11,7 +11,8 @@ namespace orl
 {
 
 // Class.Key="value" with the keys in the class's order, Class=@ for a singleton, Class for a class. Nothing for an
-// instance that a path cannot name: its class has no key, or a key is null.
+// instance that a path cannot name: its class has no key, a key is null or holds a null character, or the path would be
+// longer than wbem::kMaxPathLength.
 std::optional<std::wstring> RelativePath(const ObjectBody& body);
 
 // \\SERVER\root\KESTA:Class.Key="value"

@@ -29,6 +29,11 @@ std::vector<std::wstring> SplitAtPoints(std::wstring_view name)
     throw CallFailure(WBEM_E_INVALID_QUERY, where + L" has no property " + std::wstring(name));
 }
 
+[[noreturn]] void RefuseOfClasses(std::wstring_view name)
+{
+    RefuseName(name, L"a query over classes knows system properties only: meta_class");
+}
+
 } // namespace
 
 TestedProperties::Place TestedProperties::PlaceOf(const std::wstring& name, const ClassDef* ofClass)
@@ -39,11 +44,11 @@ TestedProperties::Place TestedProperties::PlaceOf(const std::wstring& name, cons
         place.isThis = true;
         return place;
     }
-    if (!ofClass)
-        NeedSystemProperty(name);
     place.system = FindSystemProperty(name);
     if (place.system)
         return place;
+    if (!ofClass)
+        RefuseOfClasses(name);
     NeedProperty(*ofClass, name);
     place.inside = SplitAtPoints(name);
     place.index = ofClass->FindProperty(place.inside.front());
@@ -94,7 +99,7 @@ void NeedProperty(const ClassDef& ofClass, std::wstring_view name)
 void NeedSystemProperty(std::wstring_view name)
 {
     if (!FindSystemProperty(name))
-        RefuseName(name, L"a query over classes knows system properties only: meta_class");
+        RefuseOfClasses(name);
 }
 
 CimValue QuerySource::Value(const wbem::WqlProperty& property) const

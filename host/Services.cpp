@@ -78,85 +78,76 @@ Ref<Request> Services::Prepare(const Operation& operation) const
 
 HRESULT Services::OneObject(const Operation& operation, IWbemClassObject** object, IWbemCallResult** result)
 {
-    return ComCall(
-        [&]() -> HRESULT
-        {
-            if (object)
-                *object = nullptr;
-            const Ref<Request> request = Prepare(operation);
-            const auto call = MakeRef<Call>();
-            const auto single = MakeRef<SingleResult>();
-            if (operation.flags & WBEM_FLAG_RETURN_IMMEDIATELY)
-            {
-                NeedPlace(result);
-                *result = nullptr;
-                CComPtr<CallResult> pending = MakeObject<CallResult>(single);
-                m_host.Workers().Run([request, call, single] { request->Run(*call, *single); });
-                *result = pending.Detach();
-                return WBEM_S_NO_ERROR;
-            }
-            request->Run(*call, *single);
-            if (single->Status().Failed())
-                throw CallFailure(single->Status());
-            Publish(single->Status()); // what the provider left in the error object was its own affair
-            if (object && single->Object())
-                *object = CComPtr<ClassObject>(single->Object()).Detach();
-            if (result)
-                *result = MakeObject<CallResult>(single).Detach();
-            return single->Status().code;
-        });
+    if (object)
+        *object = nullptr;
+    const Ref<Request> request = Prepare(operation);
+    const auto call = MakeRef<Call>();
+    const auto single = MakeRef<SingleResult>();
+    if (operation.flags & WBEM_FLAG_RETURN_IMMEDIATELY)
+    {
+        NeedPlace(result);
+        *result = nullptr;
+        CComPtr<CallResult> pending = MakeObject<CallResult>(single);
+        m_host.Workers().Run([request, call, single] { request->Run(*call, *single); });
+        *result = pending.Detach();
+        return WBEM_S_NO_ERROR;
+    }
+    request->Run(*call, *single);
+    if (single->Status().Failed())
+        throw CallFailure(single->Status());
+    Publish(single->Status()); // what the provider left in the error object was its own affair
+    CComPtr<CallResult> done;
+    if (result)
+        done = MakeObject<CallResult>(single);
+    if (object && single->Object())
+        *object = CComPtr<ClassObject>(single->Object()).Detach();
+    if (result)
+        *result = done.Detach();
+    return single->Status().code;
 }
 
 HRESULT Services::ManyObjects(const Operation& operation, IEnumWbemClassObject** enumerator)
 {
-    return ComCall(
-        [&]() -> HRESULT
-        {
-            NeedPlace(enumerator);
-            *enumerator = nullptr;
-            CComPtr<Enumerator> made = MakeObject<Enumerator>(m_host.Workers(), Prepare(operation));
-            if (!(operation.flags & WBEM_FLAG_RETURN_IMMEDIATELY))
-                made->AwaitFirst();
-            *enumerator = made.Detach();
-            return WBEM_S_NO_ERROR;
-        });
+    NeedPlace(enumerator);
+    *enumerator = nullptr;
+    CComPtr<Enumerator> made = MakeObject<Enumerator>(m_host.Workers(), Prepare(operation));
+    if (!(operation.flags & WBEM_FLAG_RETURN_IMMEDIATELY))
+        made->AwaitFirst();
+    *enumerator = made.Detach();
+    return WBEM_S_NO_ERROR;
 }
 
 HRESULT Services::ToSink(const Operation& operation, IWbemObjectSink* sink)
 {
-    return ComCall(
-        [&]() -> HRESULT
-        {
-            if (!sink)
-                throw CallFailure(WBEM_E_INVALID_PARAMETER, L"there is no sink for the answer");
-            Ref<Request> request;
-            try
+    if (!sink)
+        throw CallFailure(WBEM_E_INVALID_PARAMETER, L"there is no sink for the answer");
+    Ref<Request> request;
+    try
+    {
+        request = Prepare(operation);
+    }
+    catch (const CallFailure& failure)
+    {
+        request = MakeRequest<FailedRequest>(RequestScope{m_host, m_namespace, nullptr, 0}, failure.status);
+    }
+    const auto call = MakeRef<Call>();
+    const auto client = MakeRef<ClientSink>(sink, call);
+    m_calls->Add(client);
+    try
+    {
+        m_host.Workers().Run(
+            [request, call, client, calls = m_calls]
             {
-                request = Prepare(operation);
-            }
-            catch (const CallFailure& failure)
-            {
-                request = MakeRequest<FailedRequest>(RequestScope{m_host, m_namespace, nullptr, 0}, failure.status);
-            }
-            const auto call = MakeRef<Call>();
-            const auto client = MakeRef<ClientSink>(sink, call);
-            m_calls->Add(client);
-            try
-            {
-                m_host.Workers().Run(
-                    [request, call, client, calls = m_calls]
-                    {
-                        request->Run(*call, *client);
-                        calls->Remove(client);
-                    });
-            }
-            catch (...)
-            {
-                m_calls->Remove(client);
-                throw;
-            }
-            return WBEM_S_NO_ERROR;
-        });
+                request->Run(*call, *client);
+                calls->Remove(client);
+            });
+    }
+    catch (...)
+    {
+        m_calls->Remove(client);
+        throw;
+    }
+    return WBEM_S_NO_ERROR;
 }
 
 HRESULT Services::Refuse(const wchar_t* operation, const wchar_t* reason) const
@@ -266,12 +257,12 @@ HRESULT Services::QueryObjectSink(LONG, IWbemObjectSink**)
 HRESULT Services::GetObject(const BSTR path, LONG flags, IWbemContext* context, IWbemClassObject** object,
                             IWbemCallResult** result)
 {
-    return OneObject(GetOperation(path, flags, context), object, result);
+    return ComCall([&] { return OneObject(GetOperation(path, flags, context), object, result); });
 }
 
 HRESULT Services::GetObjectAsync(const BSTR path, LONG flags, IWbemContext* context, IWbemObjectSink* sink)
 {
-    return ToSink(GetOperation(path, flags, context), sink);
+    return ComCall([&] { return ToSink(GetOperation(path, flags, context), sink); });
 }
 
 HRESULT Services::PutClass(IWbemClassObject*, LONG, IWbemContext*, IWbemCallResult**)
@@ -297,56 +288,56 @@ HRESULT Services::DeleteClassAsync(const BSTR, LONG, IWbemContext*, IWbemObjectS
 HRESULT Services::CreateClassEnum(const BSTR superclass, LONG flags, IWbemContext* context,
                                   IEnumWbemClassObject** enumerator)
 {
-    return ManyObjects(ClassEnumOperation(superclass, flags, context), enumerator);
+    return ComCall([&] { return ManyObjects(ClassEnumOperation(superclass, flags, context), enumerator); });
 }
 
 HRESULT Services::CreateClassEnumAsync(const BSTR superclass, LONG flags, IWbemContext* context, IWbemObjectSink* sink)
 {
-    return ToSink(ClassEnumOperation(superclass, flags, context), sink);
+    return ComCall([&] { return ToSink(ClassEnumOperation(superclass, flags, context), sink); });
 }
 
 HRESULT Services::PutInstance(IWbemClassObject* instance, LONG flags, IWbemContext* context, IWbemCallResult** result)
 {
-    return OneObject(PutOperation(instance, flags, context), nullptr, result);
+    return ComCall([&] { return OneObject(PutOperation(instance, flags, context), nullptr, result); });
 }
 
 HRESULT Services::PutInstanceAsync(IWbemClassObject* instance, LONG flags, IWbemContext* context, IWbemObjectSink* sink)
 {
-    return ToSink(PutOperation(instance, flags, context), sink);
+    return ComCall([&] { return ToSink(PutOperation(instance, flags, context), sink); });
 }
 
 HRESULT Services::DeleteInstance(const BSTR path, LONG flags, IWbemContext* context, IWbemCallResult** result)
 {
-    return OneObject(DeleteOperation(path, flags, context), nullptr, result);
+    return ComCall([&] { return OneObject(DeleteOperation(path, flags, context), nullptr, result); });
 }
 
 HRESULT Services::DeleteInstanceAsync(const BSTR path, LONG flags, IWbemContext* context, IWbemObjectSink* sink)
 {
-    return ToSink(DeleteOperation(path, flags, context), sink);
+    return ComCall([&] { return ToSink(DeleteOperation(path, flags, context), sink); });
 }
 
 HRESULT Services::CreateInstanceEnum(const BSTR className, LONG flags, IWbemContext* context,
                                      IEnumWbemClassObject** enumerator)
 {
-    return ManyObjects(InstanceEnumOperation(className, flags, context), enumerator);
+    return ComCall([&] { return ManyObjects(InstanceEnumOperation(className, flags, context), enumerator); });
 }
 
 HRESULT Services::CreateInstanceEnumAsync(const BSTR className, LONG flags, IWbemContext* context,
                                           IWbemObjectSink* sink)
 {
-    return ToSink(InstanceEnumOperation(className, flags, context), sink);
+    return ComCall([&] { return ToSink(InstanceEnumOperation(className, flags, context), sink); });
 }
 
 HRESULT Services::ExecQuery(const BSTR language, const BSTR query, LONG flags, IWbemContext* context,
                             IEnumWbemClassObject** enumerator)
 {
-    return ManyObjects(QueryOperation(language, query, flags, context), enumerator);
+    return ComCall([&] { return ManyObjects(QueryOperation(language, query, flags, context), enumerator); });
 }
 
 HRESULT Services::ExecQueryAsync(const BSTR language, const BSTR query, LONG flags, IWbemContext* context,
                                  IWbemObjectSink* sink)
 {
-    return ToSink(QueryOperation(language, query, flags, context), sink);
+    return ComCall([&] { return ToSink(QueryOperation(language, query, flags, context), sink); });
 }
 
 HRESULT Services::ExecNotificationQuery(const BSTR, const BSTR, LONG, IWbemContext*, IEnumWbemClassObject**)
@@ -362,13 +353,14 @@ HRESULT Services::ExecNotificationQueryAsync(const BSTR, const BSTR, LONG, IWbem
 HRESULT Services::ExecMethod(const BSTR path, const BSTR method, LONG flags, IWbemContext* context,
                              IWbemClassObject* inParameters, IWbemClassObject** outParameters, IWbemCallResult** result)
 {
-    return OneObject(MethodOperation(path, method, flags, context, inParameters), outParameters, result);
+    return ComCall(
+        [&] { return OneObject(MethodOperation(path, method, flags, context, inParameters), outParameters, result); });
 }
 
 HRESULT Services::ExecMethodAsync(const BSTR path, const BSTR method, LONG flags, IWbemContext* context,
                                   IWbemClassObject* inParameters, IWbemObjectSink* sink)
 {
-    return ToSink(MethodOperation(path, method, flags, context, inParameters), sink);
+    return ComCall([&] { return ToSink(MethodOperation(path, method, flags, context, inParameters), sink); });
 }
 
 } // namespace orl

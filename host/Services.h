@@ -96,7 +96,7 @@ private:
     Operation QueryOperation(BSTR language, BSTR query, LONG flags, IWbemContext* context) const;
 
     Ref<Request> Prepare(const Operation& operation) const;
-    // The three ways in which a client takes a result.
+    // The three ways in which a client takes a result. They throw what went wrong.
     HRESULT OneObject(const Operation& operation, IWbemClassObject** object, IWbemCallResult** result);
     HRESULT ManyObjects(const Operation& operation, IEnumWbemClassObject** enumerator);
     HRESULT ToSink(const Operation& operation, IWbemObjectSink* sink);

@@ -202,7 +202,7 @@ std::optional<CimValue> Converted(CimValue value, CimType type, bool isArray, st
     return wbem::ConvertTo(value, type, isArray, reason);
 }
 
-// One element of an array as a VARIANT of the array's element type, to be cleared by the caller.
+// One element of an array as a VARIANT of the array's element type.
 bool ElementAt(SAFEARRAY* array, VARTYPE type, LONG index, VARIANT& element) noexcept
 {
     VariantInit(&element);
@@ -227,14 +227,13 @@ std::optional<CimValue> ArrayFrom(SAFEARRAY* array, VARTYPE type, CimType wanted
     std::vector<CimValue> elements;
     for (LONG i = first; i <= last; ++i)
     {
-        VARIANT element;
+        CComVariant element;
         if (!ElementAt(array, type, i, element))
         {
             reason = L"element " + std::to_wstring(i) + L" cannot be read";
             return std::nullopt;
         }
         std::optional<CimValue> value = FromVariant(element, wanted, false, reason);
-        VariantClear(&element);
         if (!value)
             return std::nullopt;
         elements.push_back(*std::move(value));

@@ -38,18 +38,20 @@ void WorkerPool::Run(std::function<void()> task)
         if (m_running + m_waiting.size() >= kMostTasks)
             throw CallFailure(WBEM_E_SERVER_TOO_BUSY,
                               std::to_wstring(kMostTasks) + L" calls are under way; no more are taken until one ends");
-        ended.swap(m_ended);
         m_waiting.push_back(std::move(task));
+        ended.swap(m_ended);
         if (m_waiting.size() > m_idle)
         {
-            const auto self = m_threads.emplace(m_threads.end());
+            auto self = m_threads.end();
             try
             {
+                self = m_threads.emplace(m_threads.end());
                 *self = std::thread(&WorkerPool::Work, this, self);
             }
             catch (...)
             {
-                m_threads.erase(self);
+                if (self != m_threads.end())
+                    m_threads.erase(self);
                 m_waiting.pop_back();
                 m_ended.splice(m_ended.end(), ended);
                 throw;

@@ -5,13 +5,21 @@
 #include "agentlibs/AgentCall.h"
 #include "Common/Src/OrlDebug.h"
 
+#include <new>
+
 namespace orl
 {
 
 namespace
 {
 
-// Runs one operation; see CallBackend.
+bool TellsFailure(const std::vector<WarningMessageObj>& warnings)
+{
+    return !warnings.empty() && warnings.back().ulKind == WarningMessageObj::KindError;
+}
+
+// Runs one operation; see CallBackend. Without its warning an action that failed would read as one that was done: when
+// there was no memory for that, std::bad_alloc tells instead.
 template <typename Call>
 bool Run(const wchar_t* operation, CResult& status, std::vector<WarningMessageObj>* warnings, Call&& call)
 {
@@ -20,6 +28,8 @@ bool Run(const wchar_t* operation, CResult& status, std::vector<WarningMessageOb
     const ULONG code = CallBackend({L"Src\\FcoeAgent", operation}, warnings, [&] { done = call(); });
     if (code != 0)
         status.ulErrCode = code;
+    if (code != 0 && warnings != nullptr && !TellsFailure(*warnings))
+        throw std::bad_alloc();
     return done;
 }
 

@@ -12,7 +12,8 @@ namespace orl
 
 // Traces every operation and turns what a back end throws into what the provider understands: false, the code in the
 // status record, a warning of the error kind where there is a list for it, and an Error line in the trace. The status
-// record is left alone when an operation succeeds. Only a FaultException leaves it.
+// record is left alone when an operation succeeds. Only a FaultException leaves it, and
+// std::bad_alloc when there is no memory for the warning that tells of a failure.
 //
 // As safe for concurrent calls as the back end is.
 class FcoeAgent final : public COrlFcoeAgentIntf

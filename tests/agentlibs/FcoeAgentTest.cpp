@@ -1,6 +1,7 @@
 // Where a back end's exceptions end.
 
 #include "agentlibs/fcoelink/FcoeAgent.h"
+#include "tests/common/FailingNew.h"
 #include "tests/support/TraceCapture.h"
 
 #include <gmock/gmock.h>
@@ -154,6 +155,35 @@ TEST(FcoeAgent, LetsPassAnExceptionThatAFaultAskedFor)
     EXPECT_THROW(agent.DeleteVirtualPort(L"", L"", warnings, status), FaultException);
     EXPECT_EQ(status.ulErrCode, 77u);
     EXPECT_TRUE(warnings.empty());
+}
+
+// The provider reads of a failure in the warnings alone.
+TEST(FcoeAgent, NeverAnswersAFailedActionWithoutAWarning)
+{
+    FcoeAgent agent =
+        AgentThat([]() -> bool { throw BackendError(21, L"a text that is too long for a short string"); });
+    const COrlString hba = L"an adapter whose name is too long for a short string";
+    unsigned thrown = 0;
+    bool isTold = false;
+    for (unsigned nth = 1; !isTold && nth < 100; ++nth)
+    {
+        CResult status;
+        COrlString name;
+        std::vector<WarningMessageObj> warnings;
+        try
+        {
+            const AllocationFailure failure(nth);
+            EXPECT_FALSE(agent.CreateVirtualPort(hba, name, warnings, status));
+            isTold = true;
+        }
+        catch (const std::bad_alloc&)
+        {
+            ++thrown;
+        }
+        EXPECT_EQ(warnings.size(), isTold ? 1u : 0u) << nth;
+    }
+    EXPECT_TRUE(isTold);
+    EXPECT_GT(thrown, 0u) << "or the test shows nothing";
 }
 
 TEST(FcoeAgent, TracesEachOperationAndItsFailure)

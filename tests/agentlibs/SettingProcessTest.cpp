@@ -1,6 +1,6 @@
 // Settings of one adapter under many hands: threads, processes, and processes that are killed.
 
-#include "ChildProcess.h"
+#include "tests/support/ChildProcess.h"
 #include "InventorySettings.h"
 
 #include <chrono>

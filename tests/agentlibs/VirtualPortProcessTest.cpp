@@ -1,6 +1,6 @@
 // Virtual ports of one inventory under many hands: threads, processes, and processes that are killed.
 
-#include "ChildProcess.h"
+#include "tests/support/ChildProcess.h"
 #include "VirtualPorts.h"
 
 #include <algorithm>

@@ -262,6 +262,27 @@ TEST_F(HostObject, SystemPropertiesOfAnInstance)
     EXPECT_EQ(L"<0x80041002>", Show(bulb, L"__NOTHING"));
 }
 
+TEST_F(HostObject, HasNoPathThatNobodyCouldRead)
+{
+    const CComPtr<IWbemClassObject> bulb = Spawn(L"Test_Bulb");
+    CComVariant null;
+    null.vt = VT_BSTR;
+    null.bstrVal = OrlAllocBstr(L"a\0b", 3);
+    ASSERT_EQ(WBEM_S_NO_ERROR, bulb->Put(L"Name", 0, &null, 0));
+    EXPECT_EQ(L"NULL", Show(bulb, L"__RELPATH"));
+    EXPECT_EQ(L"NULL", Show(bulb, L"__PATH"));
+
+    const std::wstring around = L"Test_Bulb.Name=\"\"";
+    std::wstring name(wbem::kMaxPathLength - around.size(), L'n');
+    ASSERT_EQ(WBEM_S_NO_ERROR, Put(bulb, L"Name", name.c_str()));
+    const std::wstring longest = Show(bulb, L"__RELPATH");
+    EXPECT_EQ(wbem::kMaxPathLength, longest.size());
+    EXPECT_TRUE(wbem::ObjectPath::Parse(longest));
+    EXPECT_EQ(L"NULL", Show(bulb, L"__PATH")) << "with the server and the namespace it is too long";
+    ASSERT_EQ(WBEM_S_NO_ERROR, Put(bulb, L"Name", (name + L"n").c_str()));
+    EXPECT_EQ(L"NULL", Show(bulb, L"__RELPATH"));
+}
+
 TEST_F(HostObject, SystemPropertiesOfAClass)
 {
     const CComPtr<IWbemClassObject> lamp = GetClass(L"test_lamp");

@@ -134,6 +134,22 @@ TEST(WqlError, NestingUpToTheLimitIsRead)
     EXPECT_EQ(*WqlQuery::Parse(deep->Text()), *deep);
 }
 
+TEST(WqlError, LengthsUpToTheLimitAreRead)
+{
+    std::wstring longest = L"SELECT * FROM C WHERE a = ''";
+    longest.insert(longest.size() - 1, kMaxQueryLength - longest.size(), L'x');
+    EXPECT_TRUE(WqlQuery::Parse(longest));
+    EXPECT_FALSE(WqlQuery::Parse(longest + L" "));
+    const std::wstring like = L"SELECT * FROM C WHERE a LIKE '";
+    EXPECT_TRUE(WqlQuery::Parse(like + std::wstring(kMaxLikePattern, L'%') + L"'"));
+    EXPECT_FALSE(WqlQuery::Parse(like + std::wstring(kMaxLikePattern + 1, L'%') + L"'"));
+    // An association query's path has its own limit.
+    const std::wstring of = L"ASSOCIATORS OF {C.a='";
+    const std::wstring value(kMaxPathLength - std::wstring_view(L"C.a=''").size(), L'x');
+    EXPECT_TRUE(WqlQuery::Parse(of + value + L"'}"));
+    EXPECT_FALSE(WqlQuery::Parse(of + value + L"x'}"));
+}
+
 TEST(WqlError, AMillionParenthesesAreRefusedAtOnce)
 {
     const auto start = std::chrono::steady_clock::now();

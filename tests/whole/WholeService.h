@@ -25,7 +25,7 @@ public:
     WholeService(const WholeService&) = delete;
     WholeService& operator=(const WholeService&) = delete;
 
-    // Null, and a failure of the test, when there is no connection.
+    // Throws std::runtime_error when there is no connection.
     CComPtr<IWbemServices> Connect();
     Host& Own() { return *m_host; }
 

@@ -1,6 +1,6 @@
 // ChildProcess on POSIX.
 
-#include "ChildProcess.h"
+#include "tests/support/ChildProcess.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,6 +1,6 @@
 // ChildProcess on Windows.
 
-#include "ChildProcess.h"
+#include "tests/support/ChildProcess.h"
 
 #include <windows.h>
 

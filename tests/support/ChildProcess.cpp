@@ -1,6 +1,6 @@
 // ChildProcess: lines.
 
-#include "ChildProcess.h"
+#include "tests/support/ChildProcess.h"
 
 namespace orl::test
 {

@@ -4,6 +4,9 @@
 
 #include "agentlibs/BackendError.h"
 
+#include <thread>
+#include <utility>
+
 namespace orl
 {
 
@@ -29,10 +32,25 @@ void RefuseStateLength(const std::wstring& path)
     RefuseStateFile(ERROR_INVALID_DATA, path, L"is longer than " + std::to_wstring(StateDisk::MaxBytes) + L" bytes");
 }
 
-void RefuseStateWait(const std::wstring& path, std::chrono::milliseconds waited)
+StateWait::StateWait(const StateDisk& disk, std::wstring lockPath, std::chrono::milliseconds longest)
+    : m_disk(disk), m_lockPath(std::move(lockPath)), m_longest(longest), m_stamp(disk.Look()), m_since(Clock::now())
 {
-    RefuseStateFile(ERROR_BUSY, path,
-                    L"is locked by another process or thread; waited " + std::to_wstring(waited.count()) + L" ms");
+}
+
+void StateWait::Pause()
+{
+    // Many writers on a slow disk take longer than one that is stuck; it is not their fault, nor that of who waits.
+    if (Clock::now() - m_since >= m_longest)
+    {
+        const std::optional<StateDisk::Stamp> now = m_disk.Look();
+        if (now == m_stamp)
+            RefuseStateFile(ERROR_BUSY, m_lockPath,
+                            L"is locked by another process or thread; waited " + std::to_wstring(m_longest.count()) +
+                                L" ms");
+        m_stamp = now;
+        m_since = Clock::now();
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
 } // namespace orl

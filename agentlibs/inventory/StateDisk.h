@@ -51,7 +51,7 @@ public:
     public:
         virtual ~Lock() = default;
     };
-    // Waits no longer than this for whoever has it.
+    // Waits for those who have it as long as they get on: no longer than this without a change of the file.
     std::unique_ptr<Lock> Acquire(std::chrono::milliseconds longest) const;
 
     // When it throws, the file is as it was, or, if its folder alone could not be flushed, as it shall be.
@@ -71,6 +71,24 @@ private:
 [[noreturn]] void RefuseStateLink(const std::wstring& path);
 [[noreturn]] void RefuseStateKind(const std::wstring& path);
 [[noreturn]] void RefuseStateLength(const std::wstring& path);
-[[noreturn]] void RefuseStateWait(const std::wstring& path, std::chrono::milliseconds waited);
+
+// Somebody's wait for a lock.
+class StateWait
+{
+public:
+    StateWait(const StateDisk& disk, std::wstring lockPath, std::chrono::milliseconds longest);
+
+    // Waits a moment; refuses when the disk's file has not changed for the longest time.
+    void Pause();
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    const StateDisk& m_disk;
+    const std::wstring m_lockPath;
+    const std::chrono::milliseconds m_longest;
+    std::optional<StateDisk::Stamp> m_stamp;
+    Clock::time_point m_since; // of the last change that was seen
+};
 
 } // namespace orl

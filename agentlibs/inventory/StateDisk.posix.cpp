@@ -10,7 +10,6 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
-#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -19,8 +18,6 @@ namespace orl
 
 namespace
 {
-
-using namespace std::chrono_literals;
 
 constexpr mode_t Private = S_IRUSR | S_IWUSR;
 
@@ -190,14 +187,12 @@ std::unique_ptr<StateDisk::Lock> StateDisk::Acquire(std::chrono::milliseconds lo
 {
     const std::wstring path = LockPath();
     const std::filesystem::path file = NativePath(path);
-    const auto start = std::chrono::steady_clock::now();
+    StateWait wait(*this, path, longest);
     for (;;)
     {
         if (auto lock = TryLock(file, path))
             return lock;
-        if (std::chrono::steady_clock::now() - start >= longest)
-            RefuseStateWait(path, longest);
-        std::this_thread::sleep_for(1ms);
+        wait.Pause();
     }
 }
 

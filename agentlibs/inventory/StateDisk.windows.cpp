@@ -209,7 +209,7 @@ std::unique_ptr<StateDisk::Lock> StateDisk::Acquire(std::chrono::milliseconds lo
     if (!handle.Valid())
         RefuseLastError(ERROR_ACCESS_DENIED, path, L"cannot be opened for writing", GetLastError());
     CheckOpen(handle, path);
-    const ULONGLONG start = GetTickCount64();
+    StateWait wait(*this, path, longest);
     for (;;)
     {
         OVERLAPPED from = {};
@@ -218,9 +218,7 @@ std::unique_ptr<StateDisk::Lock> StateDisk::Acquire(std::chrono::milliseconds lo
         const DWORD error = GetLastError();
         if (error != ERROR_LOCK_VIOLATION && error != ERROR_IO_PENDING)
             RefuseLastError(ERROR_ACCESS_DENIED, path, L"cannot be locked", error);
-        if (GetTickCount64() - start >= static_cast<ULONGLONG>(longest.count()))
-            RefuseStateWait(path, longest);
-        Sleep(1);
+        wait.Pause();
     }
 }
 

@@ -58,7 +58,7 @@ public:
     using Now = std::function<Clock::time_point()>;
 
     // The file's path is the inventory's with ".state" behind it. Nothing is read yet. `patience` is how long a change
-    // waits for those of others; `now` is for tests.
+    // waits while those of others get nowhere; `now` is for tests.
     explicit StateFile(const std::wstring& inventory, std::chrono::milliseconds patience = Patience,
                        Now now = &Clock::now);
 

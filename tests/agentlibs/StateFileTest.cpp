@@ -153,6 +153,33 @@ TEST_F(StateFiles, AreLockedNoLongerThanTheWaitIsWorth)
     EXPECT_EQ(StateErrorOf([&] { impatient.Change("settings", [](auto&, auto&) { return true; }); }), "");
 }
 
+TEST_F(StateFiles, AreWaitedForLongerWhileOthersGetOn)
+{
+    const StateDisk disk(m_statePath.wstring());
+    StateFile impatient(m_path.wstring(), 1s);
+    auto held = disk.Acquire(1s);
+    std::thread second(
+        [&]
+        {
+            impatient.Change("settings",
+                             [](auto&, auto& section)
+                             {
+                                 section = "1";
+                                 return true;
+                             });
+        });
+    const auto start = std::chrono::steady_clock::now();
+    for (int i = 0; std::chrono::steady_clock::now() - start < 2500ms; ++i)
+    {
+        disk.Replace(*held, "{\"version\": 1, \"other\": " + std::to_string(i) + "}");
+        std::this_thread::sleep_for(100ms);
+    }
+    held.reset();
+    second.join();
+    EXPECT_EQ(m_file.Read()->Section("settings")->text, "1");
+    EXPECT_NE(m_file.Read()->Section("other"), nullptr);
+}
+
 TEST_F(StateFiles, AreWaitedForByWhoComesSecond)
 {
     const StateDisk disk(m_statePath.wstring());

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <ctime>
 
 using namespace orl::client;
@@ -133,8 +134,8 @@ TEST(TopologyBuilder, GroupsForwardersByFabricAndCountsTheirLogins)
     EXPECT_EQ(topology[0].fabrics[1].forwarders[0].logins, 0U);
 }
 
-// The builder's time for that many LUNs behind that many targets: the processor's, where the runtime tells it, for other
-// programs may keep the clock on the wall going.
+// The builder's time for that many LUNs behind that many targets: the processor's, where the runtime tells it, for
+// other programs may keep the clock on the wall going.
 double SecondsFor(size_t luns)
 {
     TopologyBuilder builder;

@@ -170,10 +170,11 @@ void WantedObjects::Add(const wbem::ObjectPath& path, const ClassDef& ofClass)
                           (group.paths.empty() || group.paths.front().keys.front().value == m_values.front().second);
     if (group.paths.size() > MostGets && group.isServed)
         return;
-    wbem::ObjectPath& spelled = group.paths.emplace_back();
+    wbem::ObjectPath spelled;
     spelled.className = ofClass.Name();
     for (auto& [index, value] : m_values)
         spelled.keys.push_back({ofClass.Properties()[index].Name(), std::move(value)});
+    group.paths.push_back(std::move(spelled)); // whole or, for want of memory, not at all
 }
 
 // Ascending; the last value of a key that a path names twice counts.
@@ -221,6 +222,8 @@ CallStatus WantedObjects::Fetch(bool keysOnly, ResultSink& results, Call& call)
 
 CallStatus WantedObjects::FetchGroup(Group& group, bool keysOnly, ResultSink& results, Call& call) const
 {
+    if (group.paths.empty())
+        return {}; // there was no memory for the first one, and the status of that says so
     GroupAcceptor acceptor(group, keysOnly);
     if (!group.isServed)
     {

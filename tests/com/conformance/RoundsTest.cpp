@@ -48,7 +48,7 @@ constexpr std::size_t WarmUp = 100;
 // Before anything has been initialized in this process: what an initialization loads stays, and keeps the framework.
 TEST_F(Rounds, ServerThatWasNotInitializedIsUnloadedWholly)
 {
-    constexpr std::size_t Count = 400;
+    constexpr std::size_t Count = 200;
     ProcessCounters before{};
     for (std::size_t round = 0; round < WarmUp + Count; ++round)
     {

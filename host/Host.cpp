@@ -5,6 +5,7 @@
 
 #include <cwchar>
 #include <filesystem>
+#include <new>
 #include <string>
 
 namespace orl
@@ -69,7 +70,9 @@ Host::~Host()
 
 Host& Host::OfProcess()
 {
-    static Host& process = *new Host(SchemaOfRegistry, LoadByClsid);
+    // In the library's own memory, which goes with it when a process unloads it.
+    alignas(Host) static unsigned char place[sizeof(Host)];
+    static Host& process = *new (place) Host(SchemaOfRegistry, LoadByClsid);
     return process;
 }
 

@@ -205,8 +205,11 @@ Services::Operation Services::ClassEnumOperation(BSTR superclass, LONG flags, IW
 
 Services::Operation Services::QueryOperation(BSTR language, BSTR query, LONG flags, IWbemContext* context) const
 {
-    return {L"ExecQuery", std::wstring(ViewOf(query)), flags, context,
-            [=](RequestScope scope) { return MakeQuery(std::move(scope), ViewOf(language), ViewOf(query)); }};
+    // Some script layers count the terminator into the length of the queries that they make.
+    std::wstring_view text = ViewOf(query);
+    text = text.substr(0, text.find_last_not_of(L'\0') + 1);
+    return {L"ExecQuery", std::wstring(text), flags, context,
+            [=](RequestScope scope) { return MakeQuery(std::move(scope), ViewOf(language), text); }};
 }
 
 // The interface ------------------------------------------------------------------------------------------------------

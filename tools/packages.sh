@@ -27,7 +27,7 @@ need() {
 
 NEED_BUILD="cmake ninja-build g++ nlohmann-json3-dev libcli11-dev"
 NEED_TEST="libgtest-dev libgmock-dev python3"
-NEED_WINDOWS="g++-mingw-w64-x86-64-posix wine64 wine googletest"
+NEED_WINDOWS="g++-mingw-w64-x86-64-posix wine64 wine googletest python3"
 NEED_PACKAGE="mmdebstrap dpkg-dev lintian man-db bsdextrautils"
 NEED_ZIP="unzip"
 NEED_LIVE="qemu-system-x86 ipxe-qemu seabios cpio kmod python3 xz-utils"

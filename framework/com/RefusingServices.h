@@ -1,5 +1,5 @@
 // RefusingServices: an IWbemServices that is capable of nothing; whoever derives from it overrides what it is capable
-// of.
+// of. What refuses leaves null in the place for its answer, when it is given one.
 #pragma once
 
 #include "com/OrlCom.h"
@@ -11,16 +11,17 @@ template <typename... MoreInterfaces>
 class RefusingServices : public ComObject<IWbemServices, MoreInterfaces...>
 {
 public:
-    HRESULT STDMETHODCALLTYPE OpenNamespace(const BSTR, LONG, IWbemContext*, IWbemServices**,
+    HRESULT STDMETHODCALLTYPE OpenNamespace(const BSTR, LONG, IWbemContext*, IWbemServices** answer,
                                             IWbemCallResult**) override
     {
-        return Refuse();
+        return Refuse(answer);
     }
     HRESULT STDMETHODCALLTYPE CancelAsyncCall(IWbemObjectSink*) override { return Refuse(); }
-    HRESULT STDMETHODCALLTYPE QueryObjectSink(LONG, IWbemObjectSink**) override { return Refuse(); }
-    HRESULT STDMETHODCALLTYPE GetObject(const BSTR, LONG, IWbemContext*, IWbemClassObject**, IWbemCallResult**) override
+    HRESULT STDMETHODCALLTYPE QueryObjectSink(LONG, IWbemObjectSink** answer) override { return Refuse(answer); }
+    HRESULT STDMETHODCALLTYPE GetObject(const BSTR, LONG, IWbemContext*, IWbemClassObject** answer,
+                                        IWbemCallResult**) override
     {
-        return Refuse();
+        return Refuse(answer);
     }
     HRESULT STDMETHODCALLTYPE GetObjectAsync(const BSTR, LONG, IWbemContext*, IWbemObjectSink*) override
     {
@@ -42,9 +43,9 @@ public:
     {
         return Refuse();
     }
-    HRESULT STDMETHODCALLTYPE CreateClassEnum(const BSTR, LONG, IWbemContext*, IEnumWbemClassObject**) override
+    HRESULT STDMETHODCALLTYPE CreateClassEnum(const BSTR, LONG, IWbemContext*, IEnumWbemClassObject** answer) override
     {
-        return Refuse();
+        return Refuse(answer);
     }
     HRESULT STDMETHODCALLTYPE CreateClassEnumAsync(const BSTR, LONG, IWbemContext*, IWbemObjectSink*) override
     {
@@ -66,26 +67,28 @@ public:
     {
         return Refuse();
     }
-    HRESULT STDMETHODCALLTYPE CreateInstanceEnum(const BSTR, LONG, IWbemContext*, IEnumWbemClassObject**) override
+    HRESULT STDMETHODCALLTYPE CreateInstanceEnum(const BSTR, LONG, IWbemContext*,
+                                                 IEnumWbemClassObject** answer) override
     {
-        return Refuse();
+        return Refuse(answer);
     }
     HRESULT STDMETHODCALLTYPE CreateInstanceEnumAsync(const BSTR, LONG, IWbemContext*, IWbemObjectSink*) override
     {
         return Refuse();
     }
-    HRESULT STDMETHODCALLTYPE ExecQuery(const BSTR, const BSTR, LONG, IWbemContext*, IEnumWbemClassObject**) override
+    HRESULT STDMETHODCALLTYPE ExecQuery(const BSTR, const BSTR, LONG, IWbemContext*,
+                                        IEnumWbemClassObject** answer) override
     {
-        return Refuse();
+        return Refuse(answer);
     }
     HRESULT STDMETHODCALLTYPE ExecQueryAsync(const BSTR, const BSTR, LONG, IWbemContext*, IWbemObjectSink*) override
     {
         return Refuse();
     }
     HRESULT STDMETHODCALLTYPE ExecNotificationQuery(const BSTR, const BSTR, LONG, IWbemContext*,
-                                                    IEnumWbemClassObject**) override
+                                                    IEnumWbemClassObject** answer) override
     {
-        return Refuse();
+        return Refuse(answer);
     }
     HRESULT STDMETHODCALLTYPE ExecNotificationQueryAsync(const BSTR, const BSTR, LONG, IWbemContext*,
                                                          IWbemObjectSink*) override
@@ -93,9 +96,9 @@ public:
         return Refuse();
     }
     HRESULT STDMETHODCALLTYPE ExecMethod(const BSTR, const BSTR, LONG, IWbemContext*, IWbemClassObject*,
-                                         IWbemClassObject**, IWbemCallResult**) override
+                                         IWbemClassObject** answer, IWbemCallResult**) override
     {
-        return Refuse();
+        return Refuse(answer);
     }
     HRESULT STDMETHODCALLTYPE ExecMethodAsync(const BSTR, const BSTR, LONG, IWbemContext*, IWbemClassObject*,
                                               IWbemObjectSink*) override
@@ -105,6 +108,13 @@ public:
 
 private:
     static HRESULT Refuse() { return WBEM_E_PROVIDER_NOT_CAPABLE; }
+    template <typename Answer>
+    static HRESULT Refuse(Answer** answer)
+    {
+        if (answer != nullptr)
+            *answer = nullptr;
+        return Refuse();
+    }
 };
 
 } // namespace orl

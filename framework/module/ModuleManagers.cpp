@@ -4,6 +4,8 @@
 
 #include "framework/com/Implementors.h"
 
+#include <new>
+
 namespace orl
 {
 
@@ -39,13 +41,15 @@ void ModuleManagers::Release() noexcept
     const std::lock_guard<std::mutex> guard(m_lock);
     m_table.reset();
     m_status = WBEM_E_SHUTTING_DOWN;
+    COrlString().swap(m_reason);
 }
 
-// Never destroyed itself: the order of the modules' ends is not ours to choose, see ReleaseManagersAtUnload.
+// Never destroyed itself: the order of the modules' ends is not ours to choose, see ReleaseManagersAtUnload. It lies in
+// the library's own memory, so that a process may load and unload the library for ever.
 ModuleManagers& TheModuleManagers() noexcept
 {
-    // Without memory for these few words at its first request the process has no use left.
-    static ModuleManagers& managers = *new ModuleManagers; // NOLINT(bugprone-unhandled-exception-at-new)
+    alignas(ModuleManagers) static unsigned char place[sizeof(ModuleManagers)];
+    static ModuleManagers& managers = *new (place) ModuleManagers;
     return managers;
 }
 

@@ -26,8 +26,15 @@ function Read-Steps([string] $file, [string] $dir, [string] $data) {
     }
 }
 
-# Runs a program of Windows; its output is shown when it fails.
+# A folder that was given relative to where the user is, as the registry needs it.
+function Resolve-Folder([string] $path) {
+    $ExecutionContext.SessionState.Path.GetUnresolvedProviderPathFromPSPath($path)
+}
+
+# Runs a program of Windows; its output is shown when it fails. What tells is its exit code: with 'Stop' a line that it
+# writes to its error output would end the script.
 function Invoke-Program([string] $program, [string[]] $arguments) {
+    $ErrorActionPreference = 'Continue'
     $path = Join-Path $env:SystemRoot $program
     $output = & $path $arguments 2>&1 | Out-String
     if ($LASTEXITCODE -ne 0) {
@@ -48,10 +55,22 @@ function Invoke-Mofcomp([string] $file) {
     Invoke-Program 'System32\wbem\mofcomp.exe' @($file)
 }
 
-# Ends the processes of the WMI service that hold the provider's library, which could not be replaced otherwise. The
-# service starts them again with the next request.
+# Whether a process holds the provider's library. One that ends meanwhile, or does not tell, holds nothing of ours.
+function Test-ProviderHost([Diagnostics.Process] $process) {
+    try {
+        $process.Modules.ModuleName -contains 'Orl2InstUtility.dll'
+    }
+    catch {
+        $false
+    }
+}
+
+# Ends the processes of the WMI service that hold the provider's library, which could not be replaced otherwise, and waits
+# for their end. The service starts them again with the next request.
 function Stop-ProviderHost {
-    Get-Process -Name WmiPrvSE -ErrorAction SilentlyContinue |
-        Where-Object { $_.Modules.ModuleName -contains 'Orl2InstUtility.dll' } |
-        Stop-Process -Force
+    $hosts = @(Get-Process -Name WmiPrvSE -ErrorAction SilentlyContinue | Where-Object { Test-ProviderHost $_ })
+    if ($hosts.Count -gt 0) {
+        $hosts | Stop-Process -Force
+        $hosts | Wait-Process -Timeout 30
+    }
 }

@@ -19,17 +19,26 @@ param(
 
 . (Join-Path $PSScriptRoot 'Common.ps1')
 Assert-Administrator
+$Destination = Resolve-Folder $Destination
+$Data = Resolve-Folder $Data
 
 # What undoes the steps done so far, the last one first: each an array of the action and what it takes.
 $undo = New-Object System.Collections.Stack
 
+# A file, or a folder or key without anything below it: what others have put there stays, and nobody is asked.
+function Remove-One([string] $path) {
+    if (-not (Test-Path -LiteralPath $path)) {
+        return
+    }
+    if ((Test-Path -LiteralPath $path -PathType Container) -and (Get-ChildItem -LiteralPath $path -Force)) {
+        throw "$path is not empty"
+    }
+    Remove-Item -LiteralPath $path -Force
+}
+
 function Undo-Step([object[]] $action) {
     switch ($action[0]) {
-        'remove' {
-            if (Test-Path -LiteralPath $action[1]) {
-                Remove-Item -LiteralPath $action[1]
-            }
-        }
+        'remove' { Remove-One $action[1] }
         'move' { Move-Item -LiteralPath $action[1] -Destination $action[2] -Force }
         'value' { New-ItemProperty -LiteralPath $action[1] -Name $action[2] -Value $action[3] -PropertyType $action[4] -Force | Out-Null }
         'no value' { Remove-ItemProperty -LiteralPath $action[1] -Name $action[2] }
@@ -156,6 +165,7 @@ catch {
     exit 2
 }
 
-Get-ChildItem -LiteralPath $Destination -Recurse -Filter '*.previous' | Remove-Item
+# One that is still in use goes with the next installation.
+Get-ChildItem -LiteralPath $Destination -Recurse -Filter '*.previous' | Remove-Item -ErrorAction SilentlyContinue
 Write-Host "ORL2FCOE is installed in $Destination; its inventory is $(Join-Path $Data 'lab.json')."
 Write-Host 'Try: Get-CimInstance -Namespace root/KESTA -ClassName Zarn_FCOEHBA'

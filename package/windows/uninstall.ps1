@@ -22,6 +22,8 @@ param(
 
 . (Join-Path $PSScriptRoot 'Common.ps1')
 Assert-Administrator
+$Destination = Resolve-Folder $Destination
+$Data = Resolve-Folder $Data
 
 $failed = $false
 
@@ -36,10 +38,16 @@ function Invoke-Part([string] $what, [scriptblock] $part) {
     }
 }
 
-# The namespace goes with the last class that is not the system's.
+# What the service puts into every namespace, beside the classes that begin with two underscores.
+$ofTheService = @('CIM_Error', 'CIM_Indication', 'MSFT_ExtendedStatus', 'MSFT_WmiError') +
+    @('Class', 'Inst' | ForEach-Object { "CIM_${_}Creation", "CIM_${_}Deletion", "CIM_${_}Indication", "CIM_${_}Modification" })
+
+# The namespace goes with the last class that is not the service's own.
 function Remove-EmptyNamespace {
     $namespace = Get-CimInstance -Namespace root -ClassName __NAMESPACE -Filter "Name='KESTA'"
-    if ($namespace -and -not (Get-CimClass -Namespace root/KESTA | Where-Object CimClassName -NotLike '__*')) {
+    $others = Get-CimClass -Namespace root/KESTA |
+        Where-Object { $_.CimClassName -notlike '__*' -and $ofTheService -notcontains $_.CimClassName }
+    if ($namespace -and -not $others) {
         $namespace | Remove-CimInstance
     }
 }

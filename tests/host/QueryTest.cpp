@@ -16,7 +16,8 @@ protected:
     HRESULT Start(const std::wstring& query, LONG flags = 0)
     {
         m_found = nullptr;
-        return Service().ExecQuery(CComBSTR(L"WQL"), CComBSTR(query.c_str()), flags, nullptr, &m_found);
+        const CComBSTR text(static_cast<int>(query.size()), query.c_str());
+        return Service().ExecQuery(CComBSTR(L"WQL"), text, flags, nullptr, &m_found);
     }
     // One property of all results.
     Texts Query(const std::wstring& query, const wchar_t* property = L"Name")
@@ -59,6 +60,16 @@ TEST_F(HostQuery, TheWhereFiltersWhateverTheProviderSends)
     EXPECT_EQ((Texts{}), Query(L"SELECT * FROM Test_Lamp WHERE Hours > 0"));
     EXPECT_EQ((Texts{L"desk", L"floor", L"door"}), Query(L"SELECT * FROM Test_Lamp WHERE __CLASS = 'test_lamp'"));
     EXPECT_EQ((Texts{}), Query(L"SELECT * FROM Test_Lamp WHERE __THIS ISA 'Test_Bulb'"));
+}
+
+// Script layers make such texts.
+TEST_F(HostQuery, NullCharactersAfterTheQueryAreNotPartOfIt)
+{
+    ServeLamps({L"desk", L"floor"});
+    EXPECT_EQ((Texts{L"desk", L"floor"}), Query(std::wstring(L"SELECT * FROM Test_Lamp\0", 24)));
+    EXPECT_EQ((Texts{L"floor"}), Query(std::wstring(L"SELECT * FROM Test_Lamp WHERE Watts = 20\0\0", 42)));
+    EXPECT_EQ((Texts{HexText(WBEM_E_INVALID_QUERY)}), Query(std::wstring(L"SELECT * FROM Test_Lamp\0 WHERE", 30)));
+    EXPECT_EQ((Texts{HexText(WBEM_E_INVALID_QUERY)}), Query(std::wstring(2, L'\0')));
 }
 
 TEST_F(HostQuery, TheProviderGetsTheQueryForEachClassThatMayHaveInstances)

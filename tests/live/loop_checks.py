@@ -24,7 +24,7 @@ PASSING = {
     (TARGET, "FCID"): "0xFFFFFFFF|0x10[0-9A-F]{3}",
     (TARGET, "TargetType"): "1|2|3",
     (TARGET, "Vendor"): "",
-    (TARGET, "SerialNumber"): "",
+    (TARGET, "SerialNumber"): r"(naa\.6001405ed[012]0+)?",  # of its first disk, while disks go one after the other
     (LUN, "FabricName"): "",
     (LUN, "FCID"): "0xFFFFFFFF|0x10[0-9A-F]{3}",
     (LUN, "OSDeviceName"): "(/dev/sd[a-z])?",

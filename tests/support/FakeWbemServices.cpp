@@ -13,6 +13,7 @@ HRESULT FakeWbemServices::GetObject(const BSTR path, LONG, IWbemContext*, IWbemC
 {
     if (path == nullptr || object == nullptr)
         return WBEM_E_INVALID_PARAMETER;
+    if (keepsLookups)
     {
         const std::lock_guard<std::mutex> guard(m_lock);
         m_lookups.emplace_back(path);

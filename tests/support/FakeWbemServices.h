@@ -20,6 +20,8 @@ public:
     // Every name that was asked for, in order, also those that are unknown.
     std::vector<std::wstring> Lookups() const;
 
+    // Whether names are kept; a test of many lookups has no use for them.
+    bool keepsLookups = true;
     // Asked before every lookup: a failure is the answer.
     std::function<HRESULT(const std::wstring& className)> before;
 

@@ -64,6 +64,13 @@ elseif(NOT WIN32)
   target_link_options(orl_flags INTERFACE -Wl,-z,defs)
 endif()
 
+option(ORL_COVERAGE "Count which lines are run" OFF)
+if(ORL_COVERAGE)
+  # Counted in one step: the service and its providers are threads. Processes that are killed leave no counts.
+  add_compile_options(--coverage -fprofile-update=atomic)
+  add_link_options(--coverage)
+endif()
+
 if(ORL_FUZZ)
   # All code tells the fuzzer which way it went; only the fuzz targets themselves link its main function.
   add_compile_options(-fsanitize=fuzzer-no-link)

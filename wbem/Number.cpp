@@ -14,9 +14,6 @@ namespace wbem
 namespace
 {
 
-// Longer spellings of numbers exist, but nobody writes them, and none is a number that another spelling could not give.
-constexpr std::size_t kMaxNumberLength = 400;
-
 bool IsSign(wchar_t c)
 {
     return c == L'+' || c == L'-';

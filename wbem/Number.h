@@ -10,6 +10,10 @@
 namespace wbem
 {
 
+// Of a number's spelling, in characters. Longer spellings exist, but nobody writes them, and none is a number that
+// another spelling could not give.
+inline constexpr std::size_t kMaxNumberLength = 400;
+
 enum class NumberFault
 {
     NotANumber,

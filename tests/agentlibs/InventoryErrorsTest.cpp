@@ -3,6 +3,8 @@
 #include "Inventories.h"
 
 #include "agentlibs/BackendError.h"
+#include "agentlibs/inventory/ObjectReader.h"
+#include "agentlibs/inventory/StateFile.h"
 #include "winport/portable/Utf8.h"
 
 #include <gmock/gmock.h>
@@ -194,6 +196,19 @@ TEST(InventoryErrors, ThousandsOfUnknownKeysAreRefusedAtOnce)
         text += "\"key" + std::to_string(i) + "\": 0,\n";
     text += "\"hbas\": []}";
     EXPECT_EQ(ErrorOf(text), "san.json:1:2: unknown key \"key0\"; the nearest known key is \"hbas\"");
+}
+
+TEST(InventoryErrors, WhatIsAtALimitIsTaken)
+{
+    EXPECT_EQ(ErrorOf(OneHba("\"name\": \"" + std::string(ObjectReader::MaxTextBytes, 'x') + "\"")), "accepted");
+    EXPECT_NE(ErrorOf(OneHba("\"name\": \"" + std::string(ObjectReader::MaxTextBytes + 1, 'x') + "\"")), "accepted");
+    EXPECT_EQ(ErrorOf(R"({"generate": {"hbas": 10000000, "targetsPerHba": 0, "statisticsPerHba": 0}})"), "accepted");
+    EXPECT_NE(ErrorOf(R"({"generate": {"hbas": 10000001, "targetsPerHba": 0, "statisticsPerHba": 0}})"), "accepted");
+    // The outermost of a state file's levels are its own; what stands in a section that nobody knows is not looked at.
+    const auto state = [](std::size_t depth)
+    { return "{\"version\": 1, \"other\": " + std::string(depth - 1, '[') + std::string(depth - 1, ']') + "}"; };
+    EXPECT_NO_THROW(StateDocument(L"san.json.state", state(JsonText::MaxDepth)));
+    EXPECT_THROW(StateDocument(L"san.json.state", state(JsonText::MaxDepth + 1)), BackendError);
 }
 
 TEST(InventoryErrors, DeepNestingEndsAtTheLimitWhateverFollows)

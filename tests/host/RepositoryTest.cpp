@@ -199,6 +199,19 @@ class HostRepositoryRefusal : public ::testing::TestWithParam<BadMof>
 {
 };
 
+TEST(HostRepository, TakesAsManyPropertiesOfAClassAsThereMayBe)
+{
+    const auto mof = [](std::size_t count)
+    {
+        std::wstring text = L"class A {";
+        for (std::size_t i = 0; i < count; ++i)
+            text += L" string P" + std::to_wstring(i) + L";";
+        return text + L" };";
+    };
+    EXPECT_EQ(ErrorOf(mof(1024)), L"no error");
+    EXPECT_NE(ErrorOf(mof(1025)).find(L"1024 properties"), std::wstring::npos);
+}
+
 TEST_P(HostRepositoryRefusal, NamesPlaceAndReason)
 {
     EXPECT_EQ(GetParam().error, ErrorOf(GetParam().mof));

@@ -5,8 +5,10 @@
 #include <windows.h>
 
 #include <cstdlib>
+#include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -150,6 +152,53 @@ TEST_F(RegStore, ALinkStaysALink)
     EXPECT_EQ(SetNumber(L"A", 1), ERROR_SUCCESS);
     EXPECT_TRUE(std::filesystem::is_symlink(m_file));
     EXPECT_NE(BytesOfFile(real).find("\"A\"=dword:00000001"), std::string::npos);
+}
+
+TEST_F(RegStore, ItsHelpersAreNeverFollowedThroughALink)
+{
+    const std::filesystem::path precious = m_folder / "precious";
+    for (const char* name : {"registry.reg.lock", "registry.reg.new"})
+    {
+        Write(Header);
+        std::ofstream(precious, std::ios::trunc) << "precious";
+        std::filesystem::remove(m_folder / name);
+        std::filesystem::create_symlink(precious, m_folder / name);
+        const bool isLock = std::string(name) == "registry.reg.lock";
+        EXPECT_EQ(SetNumber(L"A", 1), isLock ? ERROR_ACCESS_DENIED : ERROR_SUCCESS) << name;
+        EXPECT_EQ(BytesOfFile(precious), "precious") << name;
+        EXPECT_EQ(std::filesystem::is_symlink(m_folder / name), isLock) << "a planted leftover goes, like any other";
+        std::filesystem::remove(m_folder / name);
+    }
+    std::filesystem::remove(m_folder / "registry.reg.lock");
+    std::filesystem::create_symlink(m_folder / "nowhere", m_folder / "registry.reg.lock");
+    EXPECT_EQ(SetNumber(L"A", 1), ERROR_ACCESS_DENIED);
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "nowhere"));
+}
+
+TEST_F(RegStore, TheLockIsForThoseWhoMayWriteAlone)
+{
+    const mode_t before = umask(0);
+    Write(Header);
+    chmod(m_file.c_str(), 0644);
+    EXPECT_EQ(SetNumber(L"A", 1), ERROR_SUCCESS);
+    umask(before);
+    struct stat status;
+    ASSERT_EQ(stat((m_folder / "registry.reg.lock").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600u) << "a reader could hold up every writer";
+}
+
+TEST_F(RegStore, AWriterThatHangsDoesNotHoldUpTheOthersForEver)
+{
+    Write(Header);
+    const auto setNothing = [](winport::RegFile&) -> LSTATUS { return ERROR_SUCCESS; };
+    ASSERT_EQ(winport::ChangeRegistry(setNothing), ERROR_SUCCESS);
+    const int hung = open((m_folder / "registry.reg.lock").c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_GE(hung, 0);
+    ASSERT_EQ(flock(hung, LOCK_EX), 0);
+    EXPECT_EQ(winport::ChangeRegistry(setNothing, std::chrono::milliseconds(20)), ERROR_BUSY);
+    EXPECT_EQ(Number(L"A"), -1) << "reading needs no lock";
+    close(hung);
+    EXPECT_EQ(winport::ChangeRegistry(setNothing, std::chrono::milliseconds(20)), ERROR_SUCCESS);
 }
 
 TEST_F(RegStore, AFailedChangeLeavesTheFileAsItWas)

@@ -4,6 +4,7 @@
 #include "winport/process/Process.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -12,6 +13,7 @@
 #include <mutex>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace winport
@@ -152,6 +154,7 @@ LSTATUS StatusOf(int error)
     case ENOTDIR:
         return ERROR_PATH_NOT_FOUND;
     case EACCES:
+    case ELOOP: // a link where the file's own helpers lie is none of ours
     case EPERM:
     case EROFS:
         return ERROR_ACCESS_DENIED;
@@ -179,7 +182,9 @@ LSTATUS Replace(const std::string& file, const std::string& bytes)
     const std::string fresh = file + ".new";
     struct stat status;
     const mode_t mode = stat(file.c_str(), &status) == 0 ? status.st_mode & 07777 : 0644;
-    const Descriptor opened(open(fresh.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode));
+    // What a writer left that was killed goes; what is written to is always new, and private until it is whole.
+    unlink(fresh.c_str());
+    const Descriptor opened(open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
     if (opened.Get() >= 0 && WriteAll(opened.Get(), bytes) && fchmod(opened.Get(), mode) == 0 &&
         fsync(opened.Get()) == 0 && rename(fresh.c_str(), file.c_str()) == 0)
         return ERROR_SUCCESS;
@@ -187,6 +192,29 @@ LSTATUS Replace(const std::string& file, const std::string& bytes)
     if (opened.Get() >= 0)
         unlink(fresh.c_str());
     return StatusOf(error);
+}
+
+// Excludes other writers for as long as the descriptor is open. Who may not write to the registry may not hold up those
+// who do either: the lock's file has no other rights than theirs.
+LSTATUS Acquire(const Descriptor& lock, std::chrono::milliseconds patience)
+{
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (flock(lock.Get(), LOCK_EX | LOCK_NB) != 0)
+    {
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return StatusOf(errno);
+        if (std::chrono::steady_clock::now() >= end)
+            return ERROR_BUSY;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return ERROR_SUCCESS;
+}
+
+mode_t LockMode(const std::string& file)
+{
+    struct stat status;
+    const mode_t writers = 0200 | (stat(file.c_str(), &status) == 0 ? status.st_mode & 0222 : 0);
+    return writers | writers << 1;
 }
 
 } // namespace
@@ -210,20 +238,18 @@ std::shared_ptr<const RegFile> ReadRegistry()
     return content;
 }
 
-LSTATUS ChangeRegistry(const std::function<LSTATUS(RegFile&)>& change)
+LSTATUS ChangeRegistry(const std::function<LSTATUS(RegFile&)>& change, std::chrono::milliseconds patience)
 {
     std::error_code error;
     // A link stays a link: what it leads to is replaced.
     const std::filesystem::path real = std::filesystem::weakly_canonical(FileName(), error);
     const std::string file = error ? FileName() : real.string();
-    const Descriptor lock(open((file + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
+    const Descriptor lock(
+        open((file + ".lock").c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, LockMode(file)));
     if (lock.Get() < 0)
         return StatusOf(errno);
-    while (flock(lock.Get(), LOCK_EX) != 0)
-    {
-        if (errno != EINTR)
-            return StatusOf(errno);
-    }
+    if (const LSTATUS locked = Acquire(lock, patience); locked != ERROR_SUCCESS)
+        return locked;
     Version version;
     RegFile content = Load(file, version);
     if (!content.damage.empty())

@@ -166,7 +166,7 @@ std::string Dir::Link(const std::string& name) const
     return {target.data(), static_cast<std::size_t>(length)};
 }
 
-std::vector<std::string> Dir::Names(std::string_view prefix) const
+std::vector<std::string> Dir::Names(std::string_view prefix, std::size_t limit) const
 {
     std::vector<std::string> names;
     if (!m_node)
@@ -177,10 +177,15 @@ std::vector<std::string> Dir::Names(std::string_view prefix) const
     if (!stream)
         return names;
     fd.Release();
+    std::size_t entries = 0;
     while (const dirent* entry = readdir(stream.get()))
     {
         const std::string_view name = entry->d_name;
-        if (name != "." && name != ".." && name.starts_with(prefix))
+        if (name == "." || name == "..")
+            continue;
+        if (++entries > limit)
+            return {};
+        if (name.starts_with(prefix))
             names.emplace_back(name);
     }
     std::sort(names.begin(), names.end(), NaturalLess);

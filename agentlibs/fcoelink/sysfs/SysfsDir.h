@@ -13,6 +13,9 @@ namespace orl::sysfs
 // An attribute is at most a memory page, and pages have up to this size. A larger file is no attribute.
 inline constexpr std::size_t MaxAttributeBytes = std::size_t{64} * 1024;
 
+// The largest host has some tens of thousands of devices. A folder with more entries is no kernel's.
+inline constexpr std::size_t MaxFolderEntries = std::size_t{1} << 20;
+
 // A folder held open. What is read below it is named relative to it, so the parts of one record come from one device,
 // even when the kernel removes the device meanwhile and gives its name to another.
 //
@@ -49,8 +52,9 @@ public:
     // What the link says, empty for anything but a link.
     std::string Link(const std::string& name) const;
 
-    // The names that begin with this prefix, by the numbers in them: fcf_2 before fcf_10.
-    std::vector<std::string> Names(std::string_view prefix = {}) const;
+    // The names that begin with this prefix, by the numbers in them: fcf_2 before fcf_10. None of a folder with more
+    // than `limit` entries.
+    std::vector<std::string> Names(std::string_view prefix = {}, std::size_t limit = MaxFolderEntries) const;
 
     // Is the folder still what its parent has under its name? False when the kernel has removed it, or has put another
     // in its place, since it was opened.

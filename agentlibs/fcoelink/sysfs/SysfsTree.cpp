@@ -23,9 +23,6 @@ constexpr std::string_view DevicesFolder = "sys/devices";
 constexpr std::string_view ControllerPrefix = "ctlr_";
 constexpr std::string_view VirtualPortPrefix = "vport-";
 
-// One line a VLAN: many more than any machine has.
-constexpr std::size_t MaxVlanTableBytes = std::size_t{1024} * 1024;
-
 // Type number of disks in SCSI's peripheral device types.
 constexpr std::string_view DiskType = "0";
 

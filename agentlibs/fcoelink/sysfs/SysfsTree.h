@@ -12,6 +12,9 @@
 namespace orl::sysfs
 {
 
+// Of the kernel's table of VLANs, which has one line for each: many more than any machine has.
+inline constexpr std::size_t MaxVlanTableBytes = std::size_t{1024} * 1024;
+
 // A Fibre Channel host: an adapter's own port or one of its virtual (NPIV) ports.
 struct Host
 {

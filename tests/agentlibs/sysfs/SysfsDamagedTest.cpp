@@ -1,5 +1,6 @@
 // Trees that lack something, or hold what no kernel would put there: the rest of the records, exactly.
 
+#include "agentlibs/fcoelink/sysfs/SysfsTree.h"
 #include "tests/agentlibs/sysfs/RecordText.h"
 #include "tests/agentlibs/sysfs/TestTree.h"
 
@@ -511,6 +512,7 @@ TEST_F(SysfsDamaged, AVlanIsUpDownOrDisabled)
 
 TEST_F(SysfsDamaged, TheVlanTableIsSearchedForTheWholeName)
 {
+    const std::string Line = "eth0           | 9  | a";
     const std::pair<std::string, const char*> cases[] = {
         {"VLAN Dev name\t | VLAN ID\nName-Type: X\neth0           | 1002  | eth7\n", "1002|1|Up|VLAN 1002"},
         {"eth0|1002|eth7\n", "0|1|Up|eth0"}, // a name may hold bars
@@ -523,7 +525,9 @@ TEST_F(SysfsDamaged, TheVlanTableIsSearchedForTheWholeName)
         {"eth0           |", "0|1|Up|eth0"},
         {"\n\n\n", "0|1|Up|eth0"},
         {std::string("\0\xFF\n\0", 4), "0|1|Up|eth0"},
-        {std::string(2 * 1024 * 1024, '\n'), "0|1|Up|eth0"},
+        {std::string(sysfs::MaxVlanTableBytes - Line.size(), '\n') + Line, "9|1|Up|VLAN 9"},
+        {std::string(sysfs::MaxVlanTableBytes + 1 - Line.size(), '\n') + Line,
+         "0|1|Up|eth0"}, // too long: not read at all
     };
     for (const auto& [table, fields] : cases)
     {

@@ -68,6 +68,16 @@ TEST_F(SysfsDir, AFileOverTheLimitIsNoAttribute)
     EXPECT_EQ(m_dir.ReadWhole("larger", MaxAttributeBytes + 1).size(), MaxAttributeBytes + 1);
 }
 
+TEST_F(SysfsDir, AFolderOverTheLimitHasNoNames)
+{
+    for (const char* name : {"many/a1", "many/a2", "many/b"})
+        m_tree.File(name, "x");
+    const Dir many = m_dir.Open("many");
+    EXPECT_EQ(many.Names("a", 3).size(), 2u);
+    EXPECT_TRUE(many.Names("a", 2).empty()) << "all that is there counts, not only what is asked for";
+    EXPECT_GT(MaxFolderEntries, 65536u) << "or the largest host has none of its LUNs";
+}
+
 TEST_F(SysfsDir, OpensAPathOfFoldersButNoLink)
 {
     m_tree.File("a/b/c/value", "1\n");

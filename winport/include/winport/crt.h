@@ -57,7 +57,8 @@ int _vsnwprintf_s(wchar_t* destination, size_t capacity, size_t count, const wch
 int _snwprintf_s(wchar_t* destination, size_t capacity, size_t count, const wchar_t* format, ...);
 int _vscwprintf(const wchar_t* format, va_list arguments);
 
-// Paths may use either separator. The modes are those of fopen; t and b change nothing.
+// Paths may use either separator. The modes are those of fopen; t and b change nothing. What is opened to be written is
+// a regular file of one name: no symbolic link is followed, and nothing waits for the other end of a pipe.
 FILE* _wfopen(const wchar_t* path, const wchar_t* mode);
 int _wremove(const wchar_t* path);
 int _fileno(FILE* file);

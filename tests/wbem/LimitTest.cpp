@@ -109,7 +109,9 @@ protected:
         std::ofstream(m_folder / name, std::ios::binary) << text;
     }
 
-    const fs::path m_folder = fs::path(ORL_TEST_TMP) / "mof-limits";
+    // The tests of this group run at the same time, each in a process of its own.
+    const fs::path m_folder = fs::path(ORL_TEST_TMP) /
+                              (std::string("limit-") + testing::UnitTest::GetInstance()->current_test_info()->name());
 };
 
 TEST_F(MofFileLimit, OfTheFileIsTakenAndWhatIsBeyondIsRefused)

@@ -15,7 +15,7 @@ using namespace orl::bench;
 void Ask(benchmark::State& state, const std::wstring& query)
 {
     const auto luns = static_cast<std::size_t>(state.range(0));
-    WriteInventory({2, 10, luns / 10});
+    WriteInventory({1, 10, luns / 10});
     const CComPtr<IWbemServices> services = Connect();
     for (auto _ : state)
     {
@@ -30,12 +30,12 @@ void Ask(benchmark::State& state, const std::wstring& query)
 
 void AssociatorsOfAnHba(benchmark::State& state)
 {
-    Ask(state, L"ASSOCIATORS OF {Zarn_FCOEHBA.DeviceID=\"sim1\"} WHERE AssocClass = Zarn_FCoE_HBA_LUN_Assoc");
+    Ask(state, L"ASSOCIATORS OF {Zarn_FCOEHBA.DeviceID=\"sim0\"} WHERE AssocClass = Zarn_FCoE_HBA_LUN_Assoc");
 }
 
 void ReferencesOfAnHba(benchmark::State& state)
 {
-    Ask(state, L"REFERENCES OF {Zarn_FCOEHBA.DeviceID=\"sim1\"} WHERE ResultClass = Zarn_FCoE_HBA_LUN_Assoc");
+    Ask(state, L"REFERENCES OF {Zarn_FCOEHBA.DeviceID=\"sim0\"} WHERE ResultClass = Zarn_FCoE_HBA_LUN_Assoc");
 }
 
 BENCHMARK(AssociatorsOfAnHba)

@@ -156,7 +156,7 @@ void WantedObjects::Add(const wbem::ObjectPath& path, const ClassDef& ofClass)
             continue;
         std::wstring reason;
         auto typed = wbem::ConvertTo(key.value, property.Type(), property.IsArray(), reason);
-        SetKey(m_values, index, typed ? std::move(*typed) : key.value);
+        SetKey(m_values, index, std::move(typed).value_or(key.value));
     }
     if (m_values.empty())
         return;

@@ -75,6 +75,7 @@ int Start(const std::string& program, const std::vector<std::string>& arguments,
     std::vector<std::string> words = arguments;
     words.insert(words.begin(), program);
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (auto& word : words)
     {
         pointers.push_back(word.data());

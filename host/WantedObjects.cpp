@@ -8,7 +8,6 @@
 #include "wbem/Wql.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace orl
 {
@@ -100,7 +99,7 @@ public:
         if (m_only.empty() ? !m_group.wanted.Contains(m_key) : m_key != m_only)
             return nullptr;
         if (!m_group.isServed)
-            m_found.insert(m_key);
+            m_found.Insert(m_key);
         return View(object); // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the caller holds it
     }
     CComPtr<ClassObject> View(ClassObject& object)
@@ -108,7 +107,7 @@ public:
         return MakeObject<ClassObject>(object.Body(), ShownOf(object.Class()));
     }
     // Of a class that no provider serves.
-    bool HasFound(const wbem::ObjectPath& path) const { return m_found.contains(KeyTextOf(path)); }
+    bool HasFound(const wbem::ObjectPath& path) { return m_found.Contains(KeyTextOf(path)); }
 
 private:
     // Null for all properties.
@@ -128,7 +127,7 @@ private:
     std::wstring m_key;
     const ClassDef* m_viewed = nullptr; // the class of the last object
     std::shared_ptr<const Projection> m_shown;
-    std::unordered_set<std::wstring> m_found;
+    KeyTextSet m_found;
 };
 
 std::shared_ptr<const Projection> KeysOf(const ClassDef& ofClass)

@@ -33,17 +33,18 @@ void RefuseStateLength(const std::wstring& path)
 }
 
 StateWait::StateWait(const StateDisk& disk, std::wstring lockPath, std::chrono::milliseconds longest)
-    : m_disk(disk), m_lockPath(std::move(lockPath)), m_longest(longest), m_stamp(disk.Look()), m_since(Clock::now())
+    : m_disk(disk), m_lockPath(std::move(lockPath)), m_longest(longest)
 {
 }
 
 void StateWait::Pause()
 {
     // Many writers on a slow disk take longer than one that is stuck; it is not their fault, nor that of who waits.
-    if (Clock::now() - m_since >= m_longest)
+    // Who gets the lock at once has not looked at the file.
+    if (!m_since || Clock::now() - *m_since >= m_longest)
     {
         const std::optional<StateDisk::Stamp> now = m_disk.Look();
-        if (now == m_stamp)
+        if (m_since && now == m_stamp)
             RefuseStateFile(ERROR_BUSY, m_lockPath,
                             L"is locked by another process or thread; waited " + std::to_wstring(m_longest.count()) +
                                 L" ms");

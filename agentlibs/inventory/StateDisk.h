@@ -88,7 +88,7 @@ private:
     const std::wstring m_lockPath;
     const std::chrono::milliseconds m_longest;
     std::optional<StateDisk::Stamp> m_stamp;
-    Clock::time_point m_since; // of the last change that was seen
+    std::optional<Clock::time_point> m_since; // when the last change was seen; nothing before the first look
 };
 
 } // namespace orl

@@ -226,6 +226,20 @@ TEST_P(DeviceClass, SinkThatRefusesOneInstanceStillGetsTheOthers)
     EXPECT_EQ(SendFailures(trace).size(), 1U);
 }
 
+// Zarn_FCOEHBA alone traces a refusal of the framework in the framework's words.
+TEST_P(DeviceClassWithTwoKeys, RefusalOfTheFrameworkIsTracedUnderTheRecordsName)
+{
+    cimClass->spawn = [](ULONG n) { return n == 2 ? static_cast<HRESULT>(WBEM_E_FAILED) : S_OK; };
+    Fill({L"A", L"B", L"C"});
+    const TraceCapture trace;
+    const Outcome outcome = EnumerateAll();
+    EXPECT_EQ(outcome.status, 0);
+    ASSERT_EQ(outcome.instances.size(), 2U);
+    EXPECT_EQ(ValueOf(outcome.instances[0], L"DeviceID"), L"A");
+    EXPECT_EQ(ValueOf(outcome.instances[1], L"DeviceID"), L"C");
+    EXPECT_EQ(SendFailures(trace), std::vector<std::string>{"SendInstance failed for " + c.failureName});
+}
+
 TEST_P(DeviceClass, ExceptionOfTheAgentLeavesTheRequest)
 {
     agent.inside = [] { throw std::runtime_error("the agent's own"); };
@@ -237,17 +251,28 @@ TEST_P(DeviceClass, ExceptionOfTheAgentLeavesTheRequest)
 TEST_P(DeviceClass, LackOfMemoryForTheClassNameLeavesTheRequest)
 {
     Fill({L"X"});
-    OrlFailBstrAllocation(1);
-    try
+    COrlWmiAutoParsedObjectPath path;
+    ASSERT_EQ(path.Parse(c.Path().c_str()), WBEM_S_NO_ERROR);
+    const CComPtr<IWbemObjectSink> client(sink.p);
+    const std::function<HRESULT(CWomContext&)> requests[] = {
+        [&](CWomContext& context) { return manager->GetObjectAsync(path, context, client); },
+        [&](CWomContext& context) { return manager->CreateInstanceEnumAsync(context, client); }};
+    for (const auto& request : requests)
     {
-        EnumerateAll();
-        ADD_FAILURE() << "nothing was thrown";
+        CWomContext context(services);
+        OrlFailBstrAllocation(1);
+        try
+        {
+            request(context);
+            ADD_FAILURE() << "nothing was thrown";
+        }
+        catch (const CAtlException& failure)
+        {
+            EXPECT_EQ(failure.m_hr, E_OUTOFMEMORY);
+        }
+        OrlFailBstrAllocation(0);
     }
-    catch (const CAtlException& failure)
-    {
-        EXPECT_EQ(failure.m_hr, E_OUTOFMEMORY);
-    }
-    OrlFailBstrAllocation(0);
+    EXPECT_TRUE(services->Lookups().empty());
     EXPECT_TRUE(agent.calls.empty());
     EXPECT_TRUE(sink->Objects().empty());
 }

@@ -191,6 +191,25 @@ TEST_F(DeviceFilter, VlansAreFoundByQuotedNumberAndAnythingElseFindsAllOfTheAdap
         EXPECT_EQ(Found<CZarn_FcoeVLAN>(row.path), row.found) << Narrow(row.path);
 }
 
+TEST_F(DeviceFilter, EmptyDeviceIdFindsAllOfEveryAdapterWhateverTheNumber)
+{
+    agent.luns = {SampleLun(L"X"), SampleLun(L"Y")};
+    agent.luns[1].lunId = 6;
+    agent.vlans = {SampleVlan(L"X"), SampleVlan(L"Y")};
+    agent.vlans[1].vlanId = 6;
+    CZarn_FcoeLUN luns(&agent);
+    CZarn_FcoeVLAN vlans(&agent);
+    for (const Outcome& outcome :
+         {Get(luns, L"Zarn_FCoeLUN.DeviceID=\"\",ID=5"), Get(vlans, L"Zarn_FCoeVLAN.DeviceID=\"\",VlanID=\"1002\"")})
+    {
+        EXPECT_EQ(outcome.status, 0);
+        ASSERT_EQ(outcome.instances.size(), 2U);
+        EXPECT_EQ(ValueOf(outcome.instances[0], L"DeviceID"), L"X");
+        EXPECT_EQ(ValueOf(outcome.instances[1], L"DeviceID"), L"Y");
+    }
+    EXPECT_EQ(agent.calls, (std::vector<std::wstring>{L"EnumerateLUNs()", L"EnumerateVLANs()"}));
+}
+
 TEST_F(DeviceFilter, AddressesAreHexadecimalWithoutLeadingZeros)
 {
     const struct

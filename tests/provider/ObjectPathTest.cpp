@@ -120,7 +120,6 @@ TEST_F(ObjectPath, EveryReaderTracesItsScope)
 
 TEST_F(ObjectPath, BuildersWriteOneFormAndTraceTheirScope)
 {
-    context.ulOmitSystemKeys = 1;
     const struct
     {
         std::function<void(BSTR&)> make;
@@ -148,6 +147,8 @@ TEST_F(ObjectPath, BuildersWriteOneFormAndTraceTheirScope)
     };
     for (const auto& row : cases)
     {
+        // The adapter's path alone has more than the device's own keys, unless the client leaves them out.
+        context.ulOmitSystemKeys = &row == &cases[0] ? 1 : 0;
         const TraceCapture trace;
         CComBSTR path;
         row.make(path.m_str);

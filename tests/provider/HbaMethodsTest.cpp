@@ -114,7 +114,9 @@ TEST_P(EachHbaMethod, PathWithoutDeviceIdIsRefusedBeforeTheAgentIsAskedIfThePath
 {
     if (!GetParam().readsPath)
     {
-        EXPECT_EQ(CallMethod(GetParam(), PathWithoutDevice).status, 0);
+        const Outcome outcome = CallMethod(GetParam(), PathWithoutDevice);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(Shown(outcome.instances[0]), GetParam().puts);
         EXPECT_EQ(agent.calls, GetParam().calls);
         return;
     }
@@ -130,16 +132,23 @@ TEST_P(EachHbaMethod, FailureToSetTheReturnValueIsTheMethodsStatus)
     EXPECT_EQ(agent.calls, GetParam().calls);
 }
 
-TEST_P(EachHbaMethod, TracesOneLineAndTheScopeOfItsHandler)
+TEST_P(EachHbaMethod, TracesOneLineAndTheScopesOfItsHandler)
 {
     const TraceCapture trace;
     CallMethod(GetParam());
-    const std::vector<std::string> lines = trace.TieredMessages();
     const std::string handler = "CZarn_FcoeHBA::" + Narrow(GetParam().method);
-    ASSERT_GE(lines.size(), 3U);
-    EXPECT_EQ(lines[0], "0 CZarn_FcoeHBA::ExecMethodAsync");
-    EXPECT_EQ(lines[1], "1 ENTRY:  " + handler);
-    EXPECT_EQ(lines.back(), "1 EXIT:  " + handler);
+    std::vector<std::string> expected = {"0 CZarn_FcoeHBA::ExecMethodAsync", "1 ENTRY:  " + handler};
+    const auto expectScope = [&](const std::string& name)
+    {
+        expected.push_back("2 ENTRY:  CZarn_Fcoe::" + name);
+        expected.push_back("2 EXIT:  CZarn_Fcoe::" + name);
+    };
+    if (GetParam().readsPath)
+        expectScope("GetDeviceIdFromPath");
+    if (GetParam().method == std::wstring(L"CreateVirtualPort"))
+        expectScope("MakePortPathFromWWN");
+    expected.push_back("1 EXIT:  " + handler);
+    EXPECT_EQ(trace.TieredMessages(), expected);
 }
 
 TEST_P(EachHbaMethod, ExceptionOfTheAgentLeavesTheCall)
@@ -156,11 +165,12 @@ TEST_F(HbaMethod, OutParameterThatCannotBeSetIsReportedWithItsLine)
         const wchar_t* parameter;
         const wchar_t* text;
         int line;
+        std::size_t before; // how many of the method's puts came first
     } rows[] = {
-        {Methods()[0], L"WarningMessages", L"CZarn_FcoeHBA::CreateVirtualPort()", 304},
-        {Methods()[1], L"WarningMessages", L"CZarn_FcoeHBA::DeleteVirtualPort()", 368},
-        {Methods()[2], L"WarningMessages", L"CZarn_FcoeHBA::DeleteVirtualPort()", 428},
-        {Methods()[2], L"WorldWidePortName", L"CZarn_FcoeHBA::DeleteVirtualPort()", 441},
+        {Methods()[0], L"WarningMessages", L"CZarn_FcoeHBA::CreateVirtualPort()", 304, 1},
+        {Methods()[1], L"WarningMessages", L"CZarn_FcoeHBA::DeleteVirtualPort()", 368, 0},
+        {Methods()[2], L"WarningMessages", L"CZarn_FcoeHBA::DeleteVirtualPort()", 428, 0},
+        {Methods()[2], L"WorldWidePortName", L"CZarn_FcoeHBA::DeleteVirtualPort()", 441, 1},
     };
     for (const auto& row : rows)
     {
@@ -168,10 +178,16 @@ TEST_F(HbaMethod, OutParameterThatCannotBeSetIsReportedWithItsLine)
         out = MakeFakeClass(L"__PARAMETERS");
         out->putFails[row.parameter] = static_cast<HRESULT>(WBEM_E_TYPE_MISMATCH);
         agent.calls.clear();
-        ExpectRefusal([&] { CallMethod(row.method); },
+        const auto in = MakeObject<FakeClassObject>(MakeFakeClass(L"__PARAMETERS"));
+        in->Preset(L"WorldWidePortName", CComVariant(L"2101525400fc0001"));
+        const auto set = MakeObject<FakeClassObject>(out);
+        ExpectRefusal([&] { Call(manager, HbaPath, row.method.method, in.p, set.p); },
                       {0x80040901, row.text, 0x80041005, L"Src\\Zarn_FCOEHBA", row.line});
-        // What the agent did is done.
+        // What the agent did is done, and nothing more is set.
         EXPECT_EQ(agent.calls, row.method.calls);
+        const auto first = row.method.puts.begin();
+        EXPECT_EQ(Shown(set->Puts()),
+                  std::vector<std::wstring>(first, first + static_cast<std::ptrdiff_t>(row.before)));
     }
 }
 

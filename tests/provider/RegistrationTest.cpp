@@ -1,6 +1,7 @@
 // RegisterCimImplementors: which managers are handed over, and what happens when an agent is missing.
 
 #include "tests/provider/Fixture.h"
+#include "tests/support/ScriptedAdapterAgent.h"
 #include "tests/support/TestRegistry.h"
 
 #include "provider/Agents.h"
@@ -8,6 +9,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <set>
 
 namespace orl::test
 {
@@ -19,12 +21,13 @@ class RecordingRegistry final : public ImplementorRegistry
 public:
     std::vector<std::wstring> names;
     std::vector<std::unique_ptr<CWomClassManagerRoot>> managers;
+    HRESULT answer = WBEM_S_NO_ERROR;
 
     HRESULT AddClassManager(CComBSTR className, CWomClassManagerRoot* manager) override
     {
         names.emplace_back(className.m_str);
         managers.emplace_back(manager);
-        return WBEM_S_NO_ERROR;
+        return answer;
     }
 };
 
@@ -81,6 +84,30 @@ TEST_F(Registration, HandsOverTheManagersInTheirOrder)
     }
     EXPECT_NE(g_fcoeAgent, nullptr);
     EXPECT_NE(g_adapterAgent, nullptr);
+}
+
+TEST_F(Registration, DoesNotLookAtWhatTheRegistryAnswers)
+{
+    InstallAgents("good", "good");
+    implementors.answer = WBEM_E_ALREADY_EXISTS;
+    const CResult result = Register();
+    EXPECT_EQ(result.ulErrCode, 0U);
+    EXPECT_EQ(result.ulReserved, 0U);
+    EXPECT_EQ(implementors.names.size(), 18U);
+}
+
+TEST_F(Registration, ASecondCallHandsOverASecondSetOfManagers)
+{
+    InstallAgents("good", "good");
+    Register();
+    const std::vector<std::wstring> once = implementors.names;
+    EXPECT_EQ(Register().ulErrCode, 0U);
+    ASSERT_EQ(implementors.names.size(), 36U);
+    EXPECT_TRUE(std::equal(once.begin(), once.end(), implementors.names.begin() + 18));
+    std::set<const CWomClassManagerRoot*> different;
+    for (const auto& manager : implementors.managers)
+        different.insert(manager.get());
+    EXPECT_EQ(different.size(), 36U);
 }
 
 TEST_F(Registration, TracesItsScopeAndTheAdapterAgentOnly)
@@ -173,6 +200,52 @@ TEST_F(Registration, AClassNameThatCannotBeAllocatedIsThrownAndWhatIsRegisteredS
         OrlFailBstrAllocation(0);
         EXPECT_EQ(partial.names.size(), n - 1);
         EXPECT_EQ(result.ulErrCode, 17U);
+    }
+}
+
+class RegisteredManagers : public ManagerTest
+{
+};
+
+TEST_F(RegisteredManagers, AskTheAgentsThatTheyAreGiven)
+{
+    const struct
+    {
+        const wchar_t* fcoe;
+        const wchar_t* adapter;
+    } asked[] = {{L"EnumerateHBAs()", L""},
+                 {L"EnumerateFabrics()", L""},
+                 {L"EnumeratePorts()", L""},
+                 {L"EnumerateTargets()", L""},
+                 {L"EnumerateLUNs()", L""},
+                 {L"EnumerateVLANs()", L""},
+                 {L"EnumerateStatistics()", L""},
+                 {L"EnumerateHBAs()", L"EnumerateSettings(X)"},
+                 {L"EnumerateHBAs()", L"EnumerateSettings(X)"},
+                 {L"EnumerateHBAs()", L"EnumerateSettings(X)"},
+                 {L"EnumerateHBAs()", L""},
+                 {L"EnumerateHBAs()", L"EnumerateSettings(X)"},
+                 {L"EnumerateFabrics()", L""},
+                 {L"EnumeratePorts()", L""},
+                 {L"EnumerateTargets()", L""},
+                 {L"EnumerateLUNs()", L""},
+                 {L"EnumerateVLANs()", L""},
+                 {L"EnumerateStatistics()", L""}};
+    agent.hbas.resize(1);
+    agent.hbas[0].deviceId = L"X";
+    ScriptedAdapterAgent adapterAgent;
+    RecordingRegistry implementors;
+    AddClassManagers(implementors, &agent, &adapterAgent);
+    ASSERT_EQ(implementors.managers.size(), std::size(asked));
+    for (std::size_t i = 0; i < std::size(asked); ++i)
+    {
+        SCOPED_TRACE(Narrow(implementors.names[i]));
+        services->Add(MakeFakeClass(implementors.names[i]));
+        agent.calls.clear();
+        adapterAgent.calls.clear();
+        Enumerate(*implementors.managers[i]);
+        EXPECT_EQ(agent.calls, std::vector<std::wstring>{asked[i].fcoe});
+        EXPECT_EQ(adapterAgent.calls.empty() ? std::wstring() : adapterAgent.calls.front(), asked[i].adapter);
     }
 }
 

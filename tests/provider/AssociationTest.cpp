@@ -194,6 +194,27 @@ TEST_P(Association, GetDoesNotCompareTheAdapterOfTheDependent)
     EXPECT_EQ(agent.calls, std::vector<std::wstring>{c.operation + L"(X)"});
 }
 
+// The agent filters by adapter, and what it hands out is sent.
+TEST_P(Association, GetSendsRecordsOfOtherAdaptersThatTheAgentHandsOut)
+{
+    c.add(agent, L"A");
+    c.add(agent, L"X");
+    const Outcome outcome = GetLink(c.antecedent, c.dependent);
+    ASSERT_EQ(outcome.instances.size(), 2U);
+    EXPECT_NE(ValueOf(outcome.instances[0], L"Antecedent").find(L".DeviceID=\"A\""), std::wstring::npos);
+    EXPECT_EQ(outcome.instances[1], Sent());
+}
+
+TEST_P(Association, ClassThatTheNamespaceLacksIsRefusedBeforeTheAgentIsAsked)
+{
+    c.add(agent, L"X");
+    services.Attach(new FakeWbemServices());
+    EXPECT_THROW(Enumerate(*manager), CWomProviderException);
+    EXPECT_THROW(GetLink(c.antecedent, c.dependent), CWomProviderException);
+    EXPECT_TRUE(agent.calls.empty());
+    EXPECT_TRUE(sink->Objects().empty());
+}
+
 TEST_P(Association, PathWithoutBothKeysIsRefusedBeforeTheAgentIsAsked)
 {
     const std::wstring paths[] = {c.cimClass + L".Antecedent=" + InPath(c.antecedent),
@@ -332,6 +353,62 @@ TEST_P(Association, QueryIsNarrowedByTheTwoThatDoSoAndAnswersEverythingElsewhere
         traced.resize(begin.size());
         EXPECT_EQ(traced, begin);
     }
+}
+
+TEST_F(AssociationManager, QueryReadsTheAdapterOfTheAntecedentAndNothingElse)
+{
+    for (const std::size_t narrowing : {0U, 1U})
+    {
+        const AssociationCase& c = Cases()[narrowing];
+        SCOPED_TRACE(c.name);
+        c.add(agent, L"X");
+        const auto manager = c.make(&agent);
+        const auto query = [&](const std::wstring& antecedent)
+        {
+            const std::wstring text = L"SELECT * FROM " + c.cimClass + L" WHERE Antecedent = " + InPath(antecedent);
+            return Query(*manager, text.c_str());
+        };
+        agent.calls.clear();
+        EXPECT_EQ(query(L"Any.DeviceID=\"X\"").instances.size(), 1U) << "a fabric's name is not asked for";
+        EXPECT_EQ(agent.calls, std::vector<std::wstring>{c.operation + L"(X)"});
+
+        agent.calls.clear();
+        for (const wchar_t* without : {L"Any.A=\"1\",B=\"2\"", L"no path at all", L""})
+            ExpectRefusal([&] { query(without); }, {0x8004090F, without, 0x80041002, L"Src\\Zarn_FCOE", 260});
+        EXPECT_TRUE(agent.calls.empty());
+
+        agent.answer = false;
+        ExpectRefusal([&] { query(c.antecedent); }, {0x8004091A, c.agentText, 0x80041002, c.sourceName, c.agentLine});
+        agent.answer = true;
+    }
+    EXPECT_EQ(sink->Taken(), 2U);
+}
+
+// Two of the classes have a filter of their own, which reads the Dependent.
+TEST_F(AssociationManager, DependentOnlyHasToBeThereForThoseThatDoNotFilterByIt)
+{
+    std::size_t count = 0;
+    for (const AssociationCase& c : Cases())
+    {
+        if (c.name == "HBAToLUN" || c.name == "HbaToStats")
+            continue;
+        ++count;
+        c.add(agent, L"X");
+        c.add(agent, L"X");
+        const auto manager = c.make(&agent);
+        for (const wchar_t* dependent :
+             {L"Any.DeviceID=\"X\",WorldWideNodeName=\"no\",WorldWidePortName=\"such\",VlanID=\"4095\"", L"Any.A=\"1\"",
+              L"no path at all", L""})
+        {
+            SCOPED_TRACE(c.name + ", " + Narrow(dependent));
+            agent.calls.clear();
+            const Outcome outcome = Get(*manager, PathOfLink(c, c.antecedent, dependent).c_str());
+            EXPECT_EQ(outcome.status, 0);
+            EXPECT_EQ(outcome.instances.size(), 2U);
+            EXPECT_EQ(agent.calls, std::vector<std::wstring>{c.operation + L"(X)"});
+        }
+    }
+    EXPECT_EQ(count, 5U);
 }
 
 TEST_F(AssociationManager, LunOfTheDependentNarrowsAGetUnlessItIsZeroOrText)

@@ -12,6 +12,7 @@ namespace
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::Not;
 
 class SettingInstance : public SettingTest
 {
@@ -202,6 +203,31 @@ TEST_F(SettingInstance, InstanceThatCannotBeMadeEndsTheEnumeration)
     enumClass->spawn = [](ULONG n) { return n == 2 ? static_cast<HRESULT>(WBEM_E_FAILED) : S_OK; };
     EXPECT_THROW(Enumerate(enumManager), CWomProviderException);
     EXPECT_EQ(sink->Taken(), 1U) << "what was sent before stays sent";
+    EXPECT_THAT(adapterAgent.calls, ElementsAre(L"EnumerateSettings(eth0)", L"GetAdapter(eth0, false)"))
+        << "the adapter is looked up for an instance that is there";
+}
+
+TEST_F(SettingInstance, InstanceThatTheClientRefusesEndsTheRequest)
+{
+    adapterAgent.settings[L"eth0"] = {Choice(adapterAgent, L"Mode"), Choice(adapterAgent, L"B")};
+    sink->indicate = [](ULONG) { return static_cast<HRESULT>(WBEM_E_FAILED); };
+    const std::wstring path = PathOf(L"eth0", L"Mode");
+    const TraceCapture trace;
+    EXPECT_THROW(Enumerate(enumManager), CWomProviderException);
+    EXPECT_EQ(sink->IndicateCalls(), 1U) << "no other setting is tried";
+    EXPECT_THROW(Get(enumManager, path.c_str()), CWomProviderException);
+    EXPECT_EQ(sink->IndicateCalls(), 2U);
+    EXPECT_TRUE(sink->Objects().empty());
+    EXPECT_THAT(trace.Messages(), Not(Contains("KfgSettingMgrRoot::SendInstance Exited")));
+}
+
+TEST_F(SettingInstance, LackOfMemoryForTheClassNameLeavesTheRequestBeforeTheAgentsAreAsked)
+{
+    for (CKfgSettingMgrRoot* manager :
+         {static_cast<CKfgSettingMgrRoot*>(&enumManager), static_cast<CKfgSettingMgrRoot*>(&intManager)})
+        ExpectLackOfMemory([&] { Enumerate(*manager); });
+    EXPECT_THAT(agent.calls, IsEmpty());
+    EXPECT_THAT(adapterAgent.calls, IsEmpty());
 }
 
 TEST_F(SettingInstance, TracesOfAnEnumeration)

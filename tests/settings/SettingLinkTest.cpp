@@ -150,6 +150,34 @@ TEST_P(SettingLink, AdaptersThatCannotBeListedAreARefusal)
     EXPECT_THAT(adapterAgent.calls, IsEmpty());
 }
 
+// An enumeration needs its class before anything else, a get its setting.
+TEST_P(SettingLink, ClassThatTheNamespaceLacksIsRefused)
+{
+    services.Attach(new FakeWbemServices());
+    EXPECT_THROW(Enumerate(*manager), CWomProviderException);
+    EXPECT_THAT(agent.calls, IsEmpty());
+    EXPECT_THAT(adapterAgent.calls, IsEmpty());
+    EXPECT_THROW(Get(*manager, ModeLink().c_str()), CWomProviderException);
+    EXPECT_THAT(adapterAgent.calls, ElementsAre(L"GetSetting(eth0, Mode)"));
+    EXPECT_TRUE(sink->Objects().empty());
+}
+
+TEST_P(SettingLink, LackOfMemoryForTheClassNameLeavesTheRequestBeforeTheAgentsAreAsked)
+{
+    ExpectLackOfMemory([&] { Enumerate(*manager); });
+    EXPECT_THAT(agent.calls, IsEmpty());
+    EXPECT_THAT(adapterAgent.calls, IsEmpty());
+}
+
+TEST_P(SettingLink, LinkThatTheClientRefusesEndsTheEnumeration)
+{
+    sink->indicate = [](ULONG n) { return n == 2 ? static_cast<HRESULT>(WBEM_E_FAILED) : S_OK; };
+    EXPECT_THROW(Enumerate(*manager), CWomProviderException);
+    EXPECT_EQ(sink->Taken(), 1U) << "what was sent before stays sent";
+    EXPECT_EQ(sink->IndicateCalls(), 2U);
+    EXPECT_THAT(adapterAgent.calls, ElementsAre(L"EnumerateSettings(eth0)"));
+}
+
 TEST_P(SettingLink, AdapterWhoseSettingsCannotBeListedIsTracedAndPassedOver)
 {
     AddAdapter(L"eth2");

@@ -155,6 +155,10 @@ TEST_F(SettingUpdate, LeavesTheSettingBehindHoweverItEnds)
     adapterAgent.answers[L"SetSetting"] = {1, 0};
     EXPECT_THROW(Update(enumManager, good), CWomProviderException);
     EXPECT_EQ(Log().live, ++live);
+    // Also one that came with a failure.
+    adapterAgent.answers[L"GetSetting"] = {1, 0};
+    EXPECT_THROW(Update(enumManager, good), CWomProviderException);
+    EXPECT_EQ(Log().live, ++live);
 }
 
 TEST_F(SettingUpdate, ExceptionOfTheAgentLeavesTheRequest)

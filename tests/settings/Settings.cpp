@@ -1,5 +1,7 @@
 #include "tests/settings/Settings.h"
 
+#include "com/OrlBstr.h"
+
 namespace orl::test
 {
 
@@ -82,6 +84,22 @@ void SettingTest::ExpectStatusInEveryCall(ULONG word) const
         EXPECT_EQ(seen.ulErrCode, word);
         EXPECT_EQ(seen.ulReserved, 0U);
     }
+}
+
+void SettingTest::ExpectLackOfMemory(const std::function<void()>& request)
+{
+    HRESULT code = S_OK;
+    OrlFailBstrAllocation(1);
+    try
+    {
+        request();
+    }
+    catch (const CAtlException& failure)
+    {
+        code = failure.m_hr;
+    }
+    OrlFailBstrAllocation(0);
+    EXPECT_EQ(code, E_OUTOFMEMORY);
 }
 
 CComPtr<FakeClassObject> SettingTest::Object(const Values& values)

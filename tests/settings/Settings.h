@@ -29,6 +29,9 @@ protected:
     // The status word of the request, and nothing else yet, in every call of the adapter agent.
     void ExpectStatusInEveryCall(ULONG word) const;
 
+    // Runs what must throw for want of memory when the first BSTR cannot be made.
+    static void ExpectLackOfMemory(const std::function<void()>& request);
+
     // An object of a class of its own, with these values and no other property.
     using Values = std::vector<std::pair<std::wstring, CComVariant>>;
     static CComPtr<FakeClassObject> Object(const Values& values);

@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cwchar>
+
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/lsan_interface.h>
 #endif
@@ -26,6 +28,17 @@ protected:
     int Configure(ULONG level, const wchar_t* logFileName = L".\\Test.txt", const wchar_t* tag = L"TEST_")
     {
         return g_OrlDebug.Configure(tag, logFileName, level, 0, 0, nullptr);
+    }
+
+    // Names the folder of the fallback in that many characters.
+    std::wstring TempIn(size_t length) const
+    {
+        std::wstring name = m_temp.Text();
+        if ((length - name.size()) % 2 != 0)
+            name += L'/';
+        while (name.size() < length)
+            name += L"/.";
+        return name;
     }
 
     void ExpectNoLogAnywhere() const
@@ -298,16 +311,40 @@ TEST_F(OrlDebugConfigure, FailsWhenTheTempDirectoryCannotBeWrittenEither)
     ExpectUnconfigured();
 }
 
+TEST_F(OrlDebugConfigure, TakesATempDirectoryOf259Characters)
+{
+    m_registry.DeleteKey(L"SOFTWARE\\KESTA");
+    const EnvironmentSetting temp(L"Temp", TempIn(259).c_str());
+    ASSERT_EQ(0, Configure(3));
+    EXPECT_THAT(NamesIn(m_temp.Path()), ElementsAre("Test.txt"));
+}
+
 TEST_F(OrlDebugConfigure, TakesNoTempDirectoryOfMoreThan259Characters)
 {
     m_registry.SetText(ProductKey, L"InstalledDir", (m_folder / "missing").wstring());
-    // Names the same folder, in more characters than there is room for.
-    std::wstring longName = m_temp.Text();
-    while (longName.size() < 260)
-        longName += L"/.";
-    const EnvironmentSetting temp(L"Temp", longName.c_str());
-    EXPECT_EQ(-1, Configure(1));
-    ExpectUnconfigured();
+    for (const size_t length : {260u, 261u, 5000u})
+    {
+        const EnvironmentSetting temp(L"Temp", TempIn(length).c_str());
+        EXPECT_EQ(-1, Configure(1)) << length;
+        ExpectUnconfigured();
+        RestartLog();
+    }
+}
+
+// The same holds for the folder and the file's name together, which is never cut to another file's.
+TEST_F(OrlDebugConfigure, FailsWhenTheFileInTheTempDirectoryHasTooLongAPath)
+{
+    m_registry.SetText(ProductKey, L"InstalledDir", (m_folder / "missing").wstring());
+    const size_t name = std::wcslen(L"\\Test.txt");
+    {
+        const EnvironmentSetting temp(L"Temp", TempIn(260 - name).c_str());
+        EXPECT_EQ(-1, Configure(1));
+        ExpectUnconfigured();
+    }
+    RestartLog();
+    const EnvironmentSetting temp(L"Temp", TempIn(259 - name).c_str());
+    EXPECT_EQ(0, Configure(1));
+    EXPECT_THAT(NamesIn(m_temp.Path()), ElementsAre("Test.txt"));
 }
 
 TEST_F(OrlDebugConfigure, LogsBelowTheRootWithoutAnInstallationDirectory)

@@ -233,6 +233,19 @@ TEST_F(SettingMethod, ValidateOfAConflictOrOfNothingIsRefused)
     }
 }
 
+TEST_F(SettingMethod, ValidateIsRefusedWithWhatItsKindMadeOfTheParameters)
+{
+    AnsweringManager manager(&agent, &adapterAgent);
+    manager.answer = static_cast<HRESULT>(WBEM_E_TYPE_MISMATCH);
+    ExpectRefusal(
+        [&] { Call(manager, ModePath, L"ValidateAndSetSetting", Object({}), out); },
+        {0x80040908, L"CZarn_TeamOfAdaptersMgr::ValidateAndSetSetting()", 0x80041005, L"Src\\KfgSettingMgrRoot", 719});
+    EXPECT_THAT(adapterAgent.calls, ElementsAre(L"GetSetting(eth0, Mode)"));
+    manager.answer = 2; // a success of another kind
+    EXPECT_EQ(Call(manager, ModePath, L"ValidateAndSetSetting", Object({}), out).status, 0);
+    EXPECT_EQ(adapterAgent.calls.back(), L"ValidateSettingModification(eth0, Mode, 7/, 0)");
+}
+
 TEST_F(SettingMethod, ValidateWithoutInParametersIsRefused)
 {
     ExpectRefusal(

@@ -90,6 +90,18 @@ TEST_F(SettingUpdate, ThatConflictsOrAsksForNothingSetsNothing)
     }
 }
 
+TEST_F(SettingUpdate, AnswersWhatItsKindMadeOfTheInstance)
+{
+    AnsweringManager manager(&agent, &adapterAgent);
+    manager.answer = 2; // a success of another kind
+    EXPECT_EQ(Update(manager, Written({})).status, 2);
+    EXPECT_THAT(adapterAgent.calls, ElementsAre(L"GetSetting(eth0, Mode)", L"SetSetting(eth0, Mode, 7/)"));
+    adapterAgent.calls.clear();
+    manager.answer = static_cast<HRESULT>(WBEM_E_TYPE_MISMATCH);
+    EXPECT_EQ(Update(manager, Written({})).status, static_cast<HRESULT>(WBEM_E_TYPE_MISMATCH));
+    EXPECT_THAT(adapterAgent.calls, ElementsAre(L"GetSetting(eth0, Mode)"));
+}
+
 TEST_F(SettingUpdate, OfASettingThatCannotBeReadIsRefusedInTheWordsOfTheWriting)
 {
     adapterAgent.settings.clear();

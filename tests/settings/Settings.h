@@ -19,6 +19,25 @@ ScriptedAdapterAgent::MakeSetting Choice(ScriptedAdapterAgent& agent, const std:
 ScriptedAdapterAgent::MakeSetting Number(ScriptedAdapterAgent& agent, const std::wstring& name);
 ScriptedAdapterAgent::MakeSetting Other(ScriptedAdapterAgent& agent, const std::wstring& name);
 
+// A manager of a kind of its own, which makes the value 7 of every request and answers what the test says.
+class AnsweringManager final : public CKfgSettingMgrRoot
+{
+public:
+    using CKfgSettingMgrRoot::CKfgSettingMgrRoot;
+
+    HRESULT answer = WBEM_S_NO_ERROR;
+
+    const wchar_t* GetCimClassName() override { return EnumSettingClass; }
+    bool IsSettingOfMyType(const ORL_SETTING*) override { return true; }
+    HRESULT PutDataIntoCimObject(CWomClassObject&, const ORL_SETTING*) override { return WBEM_S_NO_ERROR; }
+    HRESULT GetDataFromCimObject(CWomClassObject&, ORL_SETTING_VAL_INT** value, const ORL_SETTING*, int) override
+    {
+        *value = new ORL_SETTING_VAL_INT;
+        (*value)->Value = 7;
+        return answer;
+    }
+};
+
 class SettingTest : public ManagerTest
 {
 protected:

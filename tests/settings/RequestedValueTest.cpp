@@ -280,6 +280,30 @@ TEST_F(RequestedValue, IsTheNumberAloneWhereDisplayValuesAreUnsupported)
                     }
 }
 
+// A read that runs out of memory is the one that shows.
+TEST_F(RequestedValue, DoesNotReadWhatDoesNotCountWhereDisplayValuesAreUnsupported)
+{
+    for (const wchar_t* unread : {L"RegistryValue", L"DisplayValue"})
+    {
+        SCOPED_TRACE(Narrow(unread));
+        const FakeClassPtr definition = MakeFakeClass(L"Request");
+        definition->getFails[unread] = static_cast<HRESULT>(WBEM_E_OUT_OF_MEMORY);
+        for (const bool supplied : {false, true})
+        {
+            CComPtr<FakeClassObject> request;
+            request.Attach(new FakeClassObject(definition));
+            if (supplied)
+                request->Preset(L"CurrentValue", CComVariant(L"5"));
+            for (const Kind& kind : Kinds())
+            {
+                EXPECT_EQ(Ask(kind.manager, request, kind.setting.get(), 1),
+                          (Read{0, supplied ? 5 : 3, Marker, {}, false}));
+                EXPECT_THROW(Ask(kind.manager, request, kind.setting.get(), 0), CAtlException);
+            }
+        }
+    }
+}
+
 TEST_F(RequestedValue, CountsTheLowerThirtyTwoBits)
 {
     const struct

@@ -309,6 +309,32 @@ TEST_P(DeviceClass, TracesTheScopesOfAnEnumeration)
     EXPECT_EQ(trace.TieredMessages(), expected);
 }
 
+TEST_P(DeviceClass, QueryIsAnsweredByTheFrameworkThroughAnEnumeration)
+{
+    Fill({L"X", L"Y"});
+    const std::wstring query = L"SELECT * FROM " + c.cimClass + L" WHERE DeviceID = \"X\"";
+    const Outcome outcome = Query(*manager, query.c_str());
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.instances.size(), 2U);
+    EXPECT_EQ(agent.calls, std::vector<std::wstring>{c.operation + L"()"});
+}
+
+TEST_P(DeviceClass, CreatingIsLeftToTheFrameworkWhichIsNotCapable)
+{
+    CComBSTR path;
+    const TraceCapture trace;
+    const Outcome outcome = Run(
+        [&](CWomContext& context)
+        {
+            CWomClassObject instance(context);
+            return manager->CreateInstanceAsync(instance, context, path, CComPtr<IWbemObjectSink>(sink.p));
+        });
+    EXPECT_EQ(outcome.status, static_cast<HRESULT>(WBEM_E_PROVIDER_NOT_CAPABLE));
+    EXPECT_EQ(path.m_str, nullptr);
+    EXPECT_TRUE(trace.Messages().empty());
+    EXPECT_TRUE(agent.calls.empty());
+}
+
 TEST_P(DeviceClass, UpdateIsDenied)
 {
     const TraceCapture trace;

@@ -28,6 +28,7 @@ TEST_F(PortDelete, AsksTheAgentForThePortOfThePath)
     EXPECT_TRUE(outcome.instances.empty());
     EXPECT_EQ(agent.calls, std::vector<std::wstring>{L"DeleteVirtualPort(X, 2101525400FC0001)"});
     EXPECT_EQ(agent.statusSeen.ulErrCode, 0x55U);
+    EXPECT_EQ(agent.statusSeen.ulReserved, 0U);
 }
 
 TEST_F(PortDelete, FailsWhenTheAgentRefusesOrWarnsOfAnError)
@@ -56,6 +57,8 @@ TEST_F(PortDelete, FailsWhenTheAgentRefusesOrWarnsOfAnError)
             ExpectRefusal([&] { Delete(manager, PortPath); },
                           {0x8004091A, L"DeleteVirtualPort()", 0x80041002, L"Src\\Zarn_FcoePort", 101});
     }
+    EXPECT_EQ(agent.calls.size(), std::size(rows));
+    EXPECT_TRUE(sink->Objects().empty());
 }
 
 TEST_F(PortDelete, PathWithoutAKeyIsRefusedBeforeTheAgentIsAsked)

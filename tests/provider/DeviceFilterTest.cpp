@@ -123,6 +123,8 @@ TEST_F(DeviceFilter, LunsAreFoundByNumberAndZeroOrTextFindsAllOfTheAdapter)
         {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=3", {L"three", L"three again"}},
         {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=1", {L"one"}},
         {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=2", {}},
+        // The number by which an enumeration asks is a number like any other in a path.
+        {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=-1", {}},
         {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=0", all},
         {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=\"3\"", all},
         {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=TRUE", all},

@@ -191,9 +191,12 @@ TEST_F(ObjectPath, AdapterPathCarriesTheSystemKeysUnlessTheClientLeavesThemOut)
               L"Zarn_PhysicalEthernetAdapter.DeviceID=\"X\",CreationClassName=\"Zarn_PhysicalEthernetAdapter\","
               L"SystemCreationClassName=\"CIM_ComputerSystem\",SystemName=\"" +
                   std::wstring(host) + L"\"");
-    context.ulOmitSystemKeys = 1;
-    manager.MakeDevicePathFromDeviceID(context, L"X", path.m_str);
-    EXPECT_EQ(std::wstring(path.m_str), L"Zarn_PhysicalEthernetAdapter.DeviceID=\"X\"");
+    for (const ULONG flag : {1U, 2U, 0x80000000U})
+    {
+        context.ulOmitSystemKeys = flag;
+        manager.MakeDevicePathFromDeviceID(context, L"X", path.m_str);
+        EXPECT_EQ(std::wstring(path.m_str), L"Zarn_PhysicalEthernetAdapter.DeviceID=\"X\"") << flag;
+    }
 }
 
 TEST_F(ObjectPath, LackOfMemoryIsThrownAndLeavesTheOutputAlone)

@@ -173,9 +173,34 @@ TEST_F(Registration, LoadersAnswerWithTheirOwnSecondField)
     const CResult adapter = loadAdapterAgent();
     EXPECT_EQ(adapter.ulErrCode, 0U);
     EXPECT_EQ(adapter.ulReserved, 0U);
-    InstallAgents("none", "none");
-    EXPECT_EQ(loadFcoeAgent().ulErrCode, 0xFFFFFFFFU);
-    EXPECT_EQ(loadAdapterAgent().ulErrCode, 0xFFFFFFFFU);
+    for (const char* broken : {"none", "other", "null"})
+    {
+        SCOPED_TRACE(broken);
+        InstallAgents(broken, broken);
+        EXPECT_EQ(loadFcoeAgent().ulErrCode, 0xFFFFFFFFU);
+        EXPECT_EQ(loadAdapterAgent().ulErrCode, 0xFFFFFFFFU);
+    }
+    // A factory's null is stored as well.
+    EXPECT_EQ(g_fcoeAgent, nullptr);
+    EXPECT_EQ(g_adapterAgent, nullptr);
+}
+
+TEST_F(Registration, AgentOfAnEarlierCallDoesNotStandInForOneThatFails)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"none", "good"}, {"other", "good"}, {"good", "none"}, {"good", "other"}};
+    for (const auto& [fcoe, adapter] : cases)
+    {
+        SCOPED_TRACE(std::string(fcoe) + ", " + adapter);
+        InstallAgents("good", "good");
+        ASSERT_EQ(Register().ulErrCode, 0U);
+        implementors.names.clear();
+        InstallAgents(fcoe, adapter);
+        EXPECT_EQ(Register().ulErrCode, 17U) << "the result is left as it was";
+        EXPECT_TRUE(implementors.names.empty());
+        EXPECT_NE(g_fcoeAgent, nullptr);
+        EXPECT_NE(g_adapterAgent, nullptr);
+    }
 }
 
 TEST_F(Registration, AClassNameThatCannotBeAllocatedIsThrownAndWhatIsRegisteredStays)

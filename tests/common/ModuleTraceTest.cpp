@@ -65,6 +65,45 @@ TEST_F(ModuleTrace, IsSwitchedOffByTheRegistry)
     EXPECT_TRUE(FreeLibrary(module));
 }
 
+TEST_F(ModuleTrace, WritesErrorsOnlyAtLevelTwoOfTheRegistry)
+{
+    const std::string head = "FCOE_PROV_\tPID:.*TIER 1\t\t";
+    for (const ULONG level : {1u, 2u, 3u, 4u, 5u})
+    {
+        SCOPED_TRACE(level);
+        m_registry.SetNumber(ProductKey, L"TRACE", level);
+        const HMODULE module = Load();
+        ASSERT_NE(nullptr, module);
+        ExportOf<void()>(module, "TracedModuleFail")();
+        const std::vector<std::string> lines = SplitLines(BytesOfFile(ProviderLog()));
+        EXPECT_TRUE(FreeLibrary(module));
+        if (level == 2)
+        {
+            EXPECT_THAT(lines, ElementsAre(MatchesRegex(head + "file \\(7\\): bad")));
+        }
+        else
+        {
+            EXPECT_THAT(lines, ElementsAre(MatchesRegex(head + "ENTRY:  TracedModuleFail"),
+                                           MatchesRegex(head + "file \\(7\\): bad"),
+                                           MatchesRegex(head + "EXIT:  TracedModuleFail")));
+        }
+    }
+}
+
+TEST_F(ModuleTrace, IsOffWithoutTheProductsKey)
+{
+    m_registry.DeleteKey(L"SOFTWARE\\KESTA");
+    const TestFolder temp;
+    const EnvironmentSetting setting(L"Temp", temp.Text().c_str());
+    const HMODULE module = Load();
+    ASSERT_NE(nullptr, module);
+    EXPECT_EQ(-1, ExportOf<int()>(module, "TracedModuleConfigured")());
+    ExportOf<void()>(module, "TracedModuleFail")();
+    EXPECT_TRUE(std::filesystem::is_empty(m_folder.Path()));
+    EXPECT_TRUE(std::filesystem::is_empty(temp.Path()));
+    EXPECT_TRUE(FreeLibrary(module));
+}
+
 TEST_F(ModuleTrace, IsNotTheLogOfAnotherModule)
 {
     StartLog();

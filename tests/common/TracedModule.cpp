@@ -13,3 +13,9 @@ extern "C" __declspec(dllexport) void TracedModuleTrace()
 {
     COrlTraceScope scope(L"TracedModuleTrace");
 }
+
+extern "C" __declspec(dllexport) void TracedModuleFail()
+{
+    COrlTraceScope scope(L"TracedModuleFail");
+    g_OrlDebug.Error(L"file", 7, L"bad");
+}

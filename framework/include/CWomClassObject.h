@@ -58,6 +58,7 @@ public:
 private:
     HRESULT Put(const wchar_t* name, VARIANT& value);
     HRESULT PutInteger(const wchar_t* name, LONG value);
+    HRESULT PutDecimal(const wchar_t* name, bool negative, ULONGLONG magnitude);
     HRESULT Get(const wchar_t* name, CComVariant& value, CIMTYPE& type) const;
     template <typename Number>
     HRESULT GetNumber(const wchar_t* name, Number& value, bool& isNull,

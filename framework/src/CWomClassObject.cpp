@@ -4,6 +4,7 @@
 
 #include "framework/include/CWomProviderException.h"
 #include "framework/src/PropertyValue.h"
+#include "framework/src/TextArgument.h"
 
 namespace
 {
@@ -70,12 +71,12 @@ void CWomClassObject::Indicate(CComPtr<IWbemObjectSink> sink)
 
 HRESULT CWomClassObject::SetProperty(const wchar_t* name, const wchar_t* text)
 {
-    return SetProperty(name, orl::MakeBstr(text, text != nullptr ? wcslen(text) : 0));
+    return Put(name, orl::TextArgument(text, text != nullptr ? wcslen(text) : 0).Variant());
 }
 
 HRESULT CWomClassObject::SetProperty(const wchar_t* name, const COrlString& text)
 {
-    return SetProperty(name, orl::MakeBstr(text));
+    return Put(name, orl::TextArgument(text.c_str(), text.size()).Variant());
 }
 
 HRESULT CWomClassObject::SetProperty(const wchar_t* name, const CComBSTR& text)
@@ -142,13 +143,13 @@ HRESULT CWomClassObject::SetPropertyUint32(const wchar_t* name, ULONG value)
 
 HRESULT CWomClassObject::SetPropertyUint64(const wchar_t* name, ULONGLONG value)
 {
-    return SetProperty(name, orl::DecimalBstr(false, value));
+    return PutDecimal(name, false, value);
 }
 
 HRESULT CWomClassObject::SetPropertySint64(const wchar_t* name, LONGLONG value)
 {
     const ULONGLONG bits = static_cast<ULONGLONG>(value);
-    return SetProperty(name, orl::DecimalBstr(value < 0, value < 0 ? 0 - bits : bits));
+    return PutDecimal(name, value < 0, value < 0 ? 0 - bits : bits);
 }
 
 HRESULT CWomClassObject::SetPropertyBool(const wchar_t* name, bool value)
@@ -214,6 +215,22 @@ HRESULT CWomClassObject::PutInteger(const wchar_t* name, LONG value)
     integer.vt = VT_I4;
     integer.lVal = value;
     return Put(name, integer);
+}
+
+// 64-bit integers travel as decimal texts.
+HRESULT CWomClassObject::PutDecimal(const wchar_t* name, bool negative, ULONGLONG magnitude)
+{
+    constexpr size_t Capacity = 24; // 20 digits and a sign
+    wchar_t digits[Capacity];
+    size_t first = Capacity;
+    do
+    {
+        digits[--first] = static_cast<wchar_t>(L'0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    if (negative)
+        digits[--first] = L'-';
+    return Put(name, orl::TextArgument(digits + first, Capacity - first).Variant());
 }
 
 HRESULT CWomClassObject::Get(const wchar_t* name, CComVariant& value, CIMTYPE& type) const

@@ -99,21 +99,6 @@ CComBSTR MakeBstr(const std::wstring& text)
     return MakeBstr(text.c_str(), text.size());
 }
 
-CComBSTR DecimalBstr(bool negative, ULONGLONG magnitude)
-{
-    constexpr size_t Capacity = 24; // 20 digits and a sign
-    wchar_t digits[Capacity];
-    size_t first = Capacity;
-    do
-    {
-        digits[--first] = static_cast<wchar_t>(L'0' + magnitude % 10);
-        magnitude /= 10;
-    } while (magnitude != 0);
-    if (negative)
-        digits[--first] = L'-';
-    return MakeBstr(digits + first, Capacity - first);
-}
-
 CComVariant NumberArray(const std::vector<LONG>& numbers)
 {
     ArrayBuilder array(VT_I4, numbers.size());

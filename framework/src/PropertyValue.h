@@ -17,9 +17,6 @@ HRESULT ThrowIfOutOfMemory(HRESULT status);
 CComBSTR MakeBstr(const wchar_t* text, size_t length);
 CComBSTR MakeBstr(const std::wstring& text);
 
-// 64-bit integers travel as decimal texts.
-CComBSTR DecimalBstr(bool negative, ULONGLONG magnitude);
-
 // Arrays as the property types want them; lists of texts and of objects keep their order. They throw when there is no
 // memory.
 CComVariant NumberArray(const std::vector<LONG>& numbers);

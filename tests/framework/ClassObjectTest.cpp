@@ -77,20 +77,6 @@ TEST_F(CWomClassObjectTest, LeavesTheCallersBstrAlone)
     EXPECT_STREQ(text.m_str, L"mine");
 }
 
-TEST_F(CWomClassObjectTest, MakesOneBstrForAText)
-{
-    CWomClassObject instance(context);
-    Spawn(instance);
-    const COrlString text(L"some text");
-    const CComBSTR ready(L"ready");
-    const ULONG before = OrlBstrAllocations();
-    instance.SetProperty(L"A", text);
-    // One is the wrapper's, the other the copy of the object that takes it.
-    EXPECT_EQ(OrlBstrAllocations() - before, 2u);
-    instance.SetProperty(L"A", ready);
-    EXPECT_EQ(OrlBstrAllocations() - before, 3u);
-}
-
 TEST_F(CWomClassObjectTest, CarriesNumbersAsTheirTypesTravel)
 {
     CWomClassObject instance(context);
@@ -174,11 +160,40 @@ TEST_F(CWomClassObjectTest, HandsOnWhatTheObjectAnswersToAPut)
     EXPECT_EQ(Hex{instance.SetPropertyUint32(L"B", 1)}, Hex{WBEM_E_NOT_FOUND});
 }
 
+// Put copies what it is given, so a text of ordinary length needs no memory of its own on the way.
+TEST_F(CWomClassObjectTest, PutsTextsOfAnyLengthWholeAndMakesBstrsForLongOnesOnly)
+{
+    const struct
+    {
+        std::wstring text;
+        ULONG made; // the object's copy among them
+    } cases[] = {{L"", 1},
+                 {L"x", 1},
+                 {std::wstring(L"a\0b", 3), 1},
+                 {std::wstring(255, L'y'), 1},
+                 {std::wstring(256, L'z'), 2},
+                 {std::wstring(100000, L'w'), 2}};
+    for (const auto& each : cases)
+    {
+        SCOPED_TRACE(each.text.size());
+        CWomClassObject instance(context);
+        Spawn(instance);
+        const ULONG before = OrlBstrAllocations();
+        EXPECT_EQ(instance.SetProperty(L"A", COrlString(each.text)), WBEM_S_NO_ERROR);
+        EXPECT_EQ(OrlBstrAllocations() - before, each.made);
+        EXPECT_THAT(Fake(instance).Puts(), ElementsAre(FakePut{L"A", each.text, VT_BSTR}));
+        const CComBSTR ready(each.text.c_str());
+        const ULONG made = OrlBstrAllocations();
+        EXPECT_EQ(instance.SetProperty(L"A", ready), WBEM_S_NO_ERROR);
+        EXPECT_EQ(OrlBstrAllocations() - made, 1u) << "a BSTR goes as it is";
+    }
+}
+
 TEST_F(CWomClassObjectTest, ThrowsWhenThereIsNoMemoryForAProperty)
 {
     CWomClassObject instance(context);
     Spawn(instance);
-    const COrlString text(L"text");
+    const COrlString text(std::wstring(1000, L't'));
     for (ULONG n = 1; n <= 2; ++n) // the wrapper's own BSTR, then the object's copy
     {
         OrlFailBstrAllocation(n);

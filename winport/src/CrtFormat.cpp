@@ -5,6 +5,7 @@
 #include "winport/src/InvalidParameter.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -63,15 +64,19 @@ public:
 
     void Run(const wchar_t* format)
     {
-        while (*format)
+        while (const wchar_t* const directive = std::wcschr(format, L'%'))
         {
-            const wchar_t* const plain = format;
-            while (*format && *format != L'%')
+            m_out.Put(std::wstring_view(format, static_cast<size_t>(directive - format)));
+            format = directive + 1;
+            if (*format == L's') // most directives, as plain as this
+            {
+                Text({}, va_arg(m_arguments, const wchar_t*));
                 ++format;
-            m_out.Put(std::wstring_view(plain, static_cast<size_t>(format - plain)));
-            if (*format)
-                One(winport::ReadDirective(++format, [this] { return va_arg(m_arguments, int); }));
+            }
+            else
+                One(winport::ReadDirective(format, [this] { return va_arg(m_arguments, int); }));
         }
+        m_out.Put(std::wstring_view(format));
     }
 
 private:
@@ -172,6 +177,8 @@ private:
     {
         if (!text)
             return Padded(d, std::wstring_view(L"(null)").substr(0, d.precision), false);
+        if (!d.HasPrecision())
+            return Padded(d, std::basic_string_view<Unit>(text), false);
         size_t length = 0;
         while (length < d.precision && text[length])
             ++length;

@@ -30,12 +30,26 @@ namespace orl
 {
 
 // "0x" and upper-case hexadecimal digits without leading zeros, as addresses are written in this field.
-inline COrlString HexadecimalText(ULONG value)
+class HexadecimalText
 {
-    wchar_t buffer[11]; // eight digits and the end
-    _snwprintf(buffer, 11, L"0x%lX", value);
-    return COrlString(static_cast<const wchar_t*>(buffer));
-}
+public:
+    explicit HexadecimalText(ULONG value)
+    {
+        do
+            *--m_begin = L"0123456789ABCDEF"[value & 0xF];
+        while ((value >>= 4) != 0);
+        *--m_begin = L'x';
+        *--m_begin = L'0';
+    }
+    HexadecimalText(const HexadecimalText&) = delete;
+    HexadecimalText& operator=(const HexadecimalText&) = delete;
+
+    const wchar_t* Text() const { return m_begin; }
+
+private:
+    wchar_t m_room[11] = {}; // eight digits and the end
+    wchar_t* m_begin = m_room + 10;
+};
 
 } // namespace orl
 
@@ -66,7 +80,7 @@ template <auto Member>
 constexpr DeviceProperty<orl::RecordOfMember<Member>> HexadecimalProperty(const wchar_t* name)
 {
     return {name, [](const DevicePropertyCall<orl::RecordOfMember<Member>>& call)
-            { call.instance.SetProperty(call.name, orl::HexadecimalText(call.record.*Member)); }};
+            { call.instance.SetProperty(call.name, orl::HexadecimalText(call.record.*Member).Text()); }};
 }
 
 // A text that `Make` derives from the record.

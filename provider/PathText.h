@@ -15,5 +15,7 @@ COrlString FormatPath(const wchar_t* format, ...);
 // Puts a new BSTR in place of the one that `path` holds, which is freed. Throws CAtlException with E_OUTOFMEMORY and
 // leaves `path` alone when there is no memory.
 void StorePath(BSTR& path, const COrlString& text);
+// The same of FormatPath's answer.
+void StoreFormattedPath(BSTR& path, const wchar_t* format, ...);
 
 } // namespace orl

@@ -13,6 +13,7 @@ namespace
 using orl::FormatPath;
 using orl::RequireKey;
 using orl::SourceLine;
+using orl::StoreFormattedPath;
 using orl::StorePath;
 
 // Where the missing keys are reported from; tools tell the readers apart by the line.
@@ -75,45 +76,45 @@ void CZarn_Fcoe::MakeDevicePathFromDeviceID(CWomContext& context, COrlString dev
 void CZarn_Fcoe::MakeHBAPathFromDeviceID(CWomContext&, COrlString deviceId, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeHBAPathFromDeviceID");
-    StorePath(path, FormatPath(OneTextKey, L"Zarn_FCOEHBA", L"DeviceID", deviceId.c_str()));
+    StoreFormattedPath(path, OneTextKey, L"Zarn_FCOEHBA", L"DeviceID", deviceId.c_str());
 }
 
 void CZarn_Fcoe::MakeFabricPathFromDeviceIDWWN(CWomContext&, COrlString deviceId, COrlString nodeWWN, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeFabricPathFromDeviceIDWWN");
-    StorePath(path, FormatPath(TwoTextKeys, L"Zarn_FCoEFabric", L"DeviceID", deviceId.c_str(), L"WorldWideNodeName",
-                               nodeWWN.c_str()));
+    StoreFormattedPath(path, TwoTextKeys, L"Zarn_FCoEFabric", L"DeviceID", deviceId.c_str(), L"WorldWideNodeName",
+                       nodeWWN.c_str());
 }
 
 void CZarn_Fcoe::MakePortPathFromWWN(CWomContext&, COrlString deviceId, COrlString portWWN, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakePortPathFromWWN");
-    StorePath(path, FormatPath(TwoTextKeys, L"Zarn_FCoEPort", L"DeviceID", deviceId.c_str(), L"WorldWidePortName",
-                               portWWN.c_str()));
+    StoreFormattedPath(path, TwoTextKeys, L"Zarn_FCoEPort", L"DeviceID", deviceId.c_str(), L"WorldWidePortName",
+                       portWWN.c_str());
 }
 
 void CZarn_Fcoe::MakeTargetPathFromWWPN(CWomContext&, COrlString deviceId, COrlString portWWN, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeTargetPathFromWWPN");
-    StorePath(path, FormatPath(TwoTextKeys, L"Zarn_FcoeTarget", L"DeviceID", deviceId.c_str(), L"WorldWidePortName",
-                               portWWN.c_str()));
+    StoreFormattedPath(path, TwoTextKeys, L"Zarn_FcoeTarget", L"DeviceID", deviceId.c_str(), L"WorldWidePortName",
+                       portWWN.c_str());
 }
 
 void CZarn_Fcoe::MakeLUNPathFromID(CWomContext&, COrlString deviceId, LONG lunId, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeLUNPathFromID");
-    StorePath(path, FormatPath(TextAndNumberKey, L"Zarn_FCoeLUN", L"DeviceID", deviceId.c_str(), L"ID", lunId));
+    StoreFormattedPath(path, TextAndNumberKey, L"Zarn_FCoeLUN", L"DeviceID", deviceId.c_str(), L"ID", lunId);
 }
 
 void CZarn_Fcoe::MakeVLANPathFromID(CWomContext&, COrlString deviceId, LONG vlanId, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeVLANPathFromID");
-    StorePath(path, FormatPath(TextAndNumberKey, L"Zarn_FCoeVLAN", L"DeviceID", deviceId.c_str(), L"VlanID", vlanId));
+    StoreFormattedPath(path, TextAndNumberKey, L"Zarn_FCoeVLAN", L"DeviceID", deviceId.c_str(), L"VlanID", vlanId);
 }
 
 void CZarn_Fcoe::MakeStatisticPath(CWomContext&, COrlString deviceId, COrlString statistic, BSTR& path) const
 {
     COrlTraceScope scope(L"CZarn_Fcoe::MakeStatisticPath");
-    StorePath(path, FormatPath(TwoTextKeys, L"Zarn_FCoEStatistics", L"DeviceID", deviceId.c_str(), L"Statistic",
-                               statistic.c_str()));
+    StoreFormattedPath(path, TwoTextKeys, L"Zarn_FCoEStatistics", L"DeviceID", deviceId.c_str(), L"Statistic",
+                       statistic.c_str());
 }

@@ -155,7 +155,7 @@ void CKfgSettingMgrRoot::MakePath(const wchar_t* className, const COrlString& pa
                                   const wchar_t* parentType, BSTR& path)
 {
     g_OrlDebug.Print(L"KfgSettingMgrRoot::MakePath");
-    orl::StorePath(path, orl::FormatPath(L"%s.%s=\"%s\",%s=\"%s\",%s=\"%s\"", className, orl::SettingCaption,
-                                         settingName.c_str(), orl::SettingParentId, parentId.c_str(),
-                                         orl::SettingParentType, parentType));
+    orl::StoreFormattedPath(path, L"%s.%s=\"%s\",%s=\"%s\",%s=\"%s\"", className, orl::SettingCaption,
+                            settingName.c_str(), orl::SettingParentId, parentId.c_str(), orl::SettingParentType,
+                            parentType);
 }

@@ -49,14 +49,16 @@ public:
     HRESULT STDMETHODCALLTYPE SetStatus(LONG flags, HRESULT result, BSTR, IWbemClassObject*) override
     {
         if (flags == WBEM_STATUS_COMPLETE)
+        {
             status = result;
+            status.notify_all();
+        }
         return WBEM_S_NO_ERROR;
     }
     // The host answers a call when the request is under way; it is done when the status has come.
     HRESULT Await() const
     {
-        while (status == WBEM_S_PENDING)
-            Sleep(0);
+        status.wait(WBEM_S_PENDING);
         return status;
     }
 };

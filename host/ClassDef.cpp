@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cwchar>
 
 namespace orl
 {
@@ -13,6 +14,9 @@ namespace
 {
 
 constexpr std::uint16_t kFree = 0xffff;
+// Steps keep a class from writing down a new number with each instance.
+constexpr std::size_t kTextRoomStep = 64;
+constexpr std::size_t kMaxTextRoom = 1024;
 constexpr std::size_t kMaxProperties = 1024; // WBEM_MAX_USER_PROPERTIES
 
 bool SameType(const wbem::MofType& left, const wbem::MofType& right) noexcept
@@ -95,7 +99,7 @@ void ClassDef::TakeProperties()
 
 void ClassDef::IndexProperties()
 {
-    m_followers = std::vector<std::atomic<std::uint16_t>>(m_properties.size() + 1);
+    m_followers = std::vector<std::atomic<std::uint32_t>>(m_properties.size() + 1);
     m_index.assign(std::bit_ceil(m_properties.size() * 2 + 1), kFree);
     for (std::size_t i = 0; i < m_properties.size(); ++i)
     {
@@ -119,16 +123,29 @@ std::size_t ClassDef::FindProperty(std::wstring_view name) const noexcept
     return kNotFound;
 }
 
-std::size_t ClassDef::FindPropertyAfter(std::size_t last, std::wstring_view name) const noexcept
+std::size_t ClassDef::FindPropertyAfter(std::size_t last, const wchar_t* name) const noexcept
 {
-    std::atomic<std::uint16_t>& follower = m_followers[last + 1]; // kNotFound + 1 is 0
-    const std::size_t guess = follower.load(std::memory_order_relaxed);
-    if (guess < m_properties.size() && m_properties[guess].Name() == name)
-        return guess;
+    std::atomic<std::uint32_t>& followers = m_followers[last + 1]; // kNotFound + 1 is 0
+    const std::uint32_t guesses = followers.load(std::memory_order_relaxed);
+    for (const std::size_t guess : {guesses & 0xffff, guesses >> 16})
+    {
+        if (guess < m_properties.size() && std::wcscmp(m_properties[guess].Name().c_str(), name) == 0)
+            return guess;
+    }
     const std::size_t index = FindProperty(name);
     if (index != kNotFound)
-        follower.store(static_cast<std::uint16_t>(index), std::memory_order_relaxed);
+        followers.store(static_cast<std::uint32_t>(guesses << 16 | index), std::memory_order_relaxed);
     return index;
+}
+
+void ClassDef::NoteTextRoom(std::size_t taken) const noexcept
+{
+    const std::size_t usual = UsualTextRoom();
+    const std::size_t wanted = std::min((taken + kTextRoomStep - 1) / kTextRoomStep * kTextRoomStep, kMaxTextRoom);
+    if (wanted > usual)
+        m_usualTextRoom.store(wanted, std::memory_order_relaxed);
+    else if (wanted < usual / 4) // one object of much text shall not cost all later ones the room
+        m_usualTextRoom.store(usual / 2, std::memory_order_relaxed);
 }
 
 void ClassDef::FillPrototype()

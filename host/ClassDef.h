@@ -87,7 +87,7 @@ public:
     std::size_t FindProperty(std::wstring_view name) const noexcept;
     // The same, fastest for the property that was asked for after that one before: who fills or reads objects of a
     // class names their properties in the same order each time. `last`: kNotFound for the first one.
-    std::size_t FindPropertyAfter(std::size_t last, std::wstring_view name) const noexcept;
+    std::size_t FindPropertyAfter(std::size_t last, const wchar_t* name) const noexcept;
     // Indexes of the key properties, in the order of Properties.
     const std::vector<std::size_t>& Keys() const noexcept { return m_keys; }
 
@@ -100,6 +100,11 @@ public:
 
     // The class as an object: its slots hold the default values.
     const Ref<ObjectBody>& Prototype() const noexcept { return m_prototype; }
+
+    // How many characters the texts of an instance take, by those that there were: how much room is made for them at
+    // once. 0 as long as nobody knows.
+    std::size_t UsualTextRoom() const noexcept { return m_usualTextRoom.load(std::memory_order_relaxed); }
+    void NoteTextRoom(std::size_t taken) const noexcept;
 
 private:
     void TakeProperties();
@@ -115,8 +120,10 @@ private:
     std::vector<MethodDef> m_methods;
     std::vector<std::size_t> m_keys;
     std::vector<std::uint16_t> m_index; // open addressing by name; a power of two long; 0xffff: free
-    // By the index of a property, plus one, the property named after it last; the only thing that changes.
-    mutable std::vector<std::atomic<std::uint16_t>> m_followers;
+    // By the index of a property, plus one, the two properties that were named after it last, the later one in the
+    // lower half: a property that is named twice has two. This and the next are all that changes.
+    mutable std::vector<std::atomic<std::uint32_t>> m_followers;
+    mutable std::atomic<std::size_t> m_usualTextRoom{0};
     bool m_isAssociation = false;
     bool m_isSingleton = false;
     Ref<ObjectBody> m_prototype;

@@ -162,6 +162,21 @@ void ClassObject::Answer(std::size_t index, VARIANT* value, CIMTYPE* type, LONG*
         *flavor = property.origin == &Class() ? WBEM_FLAVOR_ORIGIN_LOCAL : WBEM_FLAVOR_ORIGIN_PROPAGATED;
 }
 
+bool ClassObject::SetAsItIs(const VARIANT& value, std::size_t index)
+{
+    const PropertyDef& property = Class().Properties()[index];
+    if (property.IsArray())
+        return false;
+    const CimType type = property.Type();
+    if (value.vt == VT_BSTR && (type == CimType::String || type == CimType::Reference))
+        Writable().SetText(index, type, ViewOf(V_BSTR(&value)));
+    else if (value.vt == VT_I4 && type == CimType::UInt32)
+        Writable()[index] = CimValue::Unsigned(type, static_cast<ULONG>(V_I4(&value)));
+    else
+        return false;
+    return true;
+}
+
 HRESULT ClassObject::Get(LPCWSTR name, LONG, VARIANT* value, CIMTYPE* type, LONG* flavor)
 {
     return ComCall(
@@ -197,6 +212,8 @@ HRESULT ClassObject::Put(LPCWSTR name, LONG, VARIANT* value, CIMTYPE type)
             };
             if (type != CIM_EMPTY && type != property.CimTypeNumber())
                 refuse(L"it was put as type " + std::to_wstring(type));
+            if (value && SetAsItIs(*value, index))
+                return WBEM_S_NO_ERROR;
             std::wstring reason;
             std::optional<CimValue> taken = value ? FromVariant(*value, property.Type(), property.IsArray(), reason)
                                                   : CimValue::Null(property.Type(), property.IsArray());

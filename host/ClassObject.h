@@ -93,6 +93,9 @@ private:
     bool IsAdmitted(std::size_t index, LONG flags) const noexcept;
     // The body for writing, this view's alone.
     ObjectBody& Writable();
+    // The values that need no look at their kind, and are most of all: a text for a text or a reference, a number for a
+    // uint32. False for all others.
+    bool SetAsItIs(const VARIANT& value, std::size_t index);
     void Answer(std::size_t index, VARIANT* value, CIMTYPE* type, LONG* flavor) const;
 
     Ref<ObjectBody> m_body;

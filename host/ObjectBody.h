@@ -11,8 +11,9 @@ namespace orl
 
 class ClassDef;
 
-// One allocation: the values lie behind the header, by the index of the class's property table. Bodies are shared by
-// the COM objects that show them and are only written by who holds the single reference (see IsShared).
+// One allocation: behind the header the values, by the index of the class's property table, and behind them room for as
+// many characters as instances of the class have had in their texts. Bodies are shared by the COM objects that show
+// them and are only written by who holds the single reference (see IsShared).
 class ObjectBody
 {
 public:
@@ -35,6 +36,9 @@ public:
     const wbem::CimValue& operator[](std::size_t index) const noexcept { return Values()[index]; }
     wbem::CimValue& operator[](std::size_t index) noexcept { return Values()[index]; }
 
+    // Makes the value a text. The texts of a body lie behind its values, as far as there is room.
+    void SetText(std::size_t index, wbem::CimType type, std::wstring_view text);
+
     // Whether somebody else may look at it; who writes then writes to a copy.
     bool IsShared() const noexcept { return m_references.load(std::memory_order_acquire) > 1; }
 
@@ -45,6 +49,8 @@ public:
     ObjectBody& operator=(const ObjectBody&) = delete;
 
 private:
+    static ObjectBody* Allocate(const ClassDef& ofClass, Genus genus, std::size_t count);
+
     ObjectBody(const ClassDef& ofClass, Genus genus, std::size_t count) noexcept
         : m_class(&ofClass), m_genus(genus), m_count(count)
     {
@@ -58,6 +64,8 @@ private:
     mutable std::atomic<std::uint32_t> m_references{0};
     Genus m_genus;
     std::size_t m_count;
+    wbem::TextBlock* m_texts = nullptr; // where values lodge; in this body's memory, which it frees
+    std::size_t m_textRoom = 0;         // what all texts take that were set
 };
 
 } // namespace orl

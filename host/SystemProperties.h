@@ -25,9 +25,9 @@ std::span<const SystemProperty> SystemProperties() noexcept;
 // Without case; null for other names.
 const SystemProperty* FindSystemProperty(std::wstring_view name) noexcept;
 
-inline bool IsSystemName(std::wstring_view name) noexcept
+inline bool IsSystemName(const wchar_t* name) noexcept
 {
-    return name.starts_with(L"__");
+    return name[0] == L'_' && name[1] == L'_';
 }
 
 } // namespace orl

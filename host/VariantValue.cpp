@@ -289,9 +289,6 @@ bool Dereference(const VARIANT& variant, VARIANT& target) noexcept
 
 std::optional<CimValue> FromVariant(const VARIANT& variant, CimType type, bool isArray, std::wstring& reason)
 {
-    // Most of all values: a text for a text property.
-    if (variant.vt == VT_BSTR && type == CimType::String && !isArray)
-        return TextFrom(V_BSTR(&variant), type);
     if (variant.vt & VT_BYREF)
     {
         VARIANT target;

@@ -111,11 +111,20 @@ CimValue CimValue::Char16(char16_t value) noexcept
     return CimValue(CimType::Char16, false, Data(std::uint64_t{value}));
 }
 
-CimValue CimValue::Text(CimType type, std::wstring_view text)
+CimValue CimValue::Text(CimType type, SharedText text) noexcept
 {
-    auto characters = std::make_shared_for_overwrite<wchar_t[]>(text.size() + 1);
-    *std::copy(text.begin(), text.end(), characters.get()) = L'\0';
-    return CimValue(type, false, Data(SharedText{std::move(characters), text.size()}));
+    return CimValue(type, false, Data(std::move(text)));
+}
+
+bool CimValue::LodgeText(CimType type, TextBlock& block, std::wstring_view text) noexcept
+{
+    const wchar_t* const place = block.Append(text);
+    if (!place)
+        return false;
+    m_data.emplace<SharedText>(block, place, text.size());
+    m_type = type;
+    m_isArray = false;
+    return true;
 }
 
 CimValue CimValue::Object(CimObject object)
@@ -176,7 +185,7 @@ double CimValue::AsReal() const noexcept
 std::wstring_view CimValue::AsText() const noexcept
 {
     const SharedText* text = std::get_if<SharedText>(&m_data);
-    return text ? std::wstring_view(text->characters.get(), text->length) : std::wstring_view(L"");
+    return text ? text->View() : std::wstring_view(L"");
 }
 
 const std::shared_ptr<const CimObject>& CimValue::AsObject() const noexcept

@@ -4,6 +4,8 @@
 // may be read from several threads.
 #pragma once
 
+#include "wbem/SharedText.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -71,7 +73,8 @@ public:
     static CimValue DateTime(std::wstring_view text) { return Text(CimType::DateTime, text); }
     // An object path as text; in what MOF yields also an alias, which begins with '$'.
     static CimValue Reference(std::wstring_view text) { return Text(CimType::Reference, text); }
-    static CimValue Text(CimType type, std::wstring_view text);
+    static CimValue Text(CimType type, std::wstring_view text) { return Text(type, SharedText(text)); }
+    static CimValue Text(CimType type, SharedText text) noexcept;
     static CimValue Object(CimObject object);
     static CimValue Object(std::shared_ptr<const CimObject> object) noexcept;
     // Every element is null or of the element type.
@@ -85,6 +88,11 @@ public:
     CimType Type() const noexcept { return m_type; }
     bool IsArray() const noexcept { return m_isArray; }
     bool IsNull() const noexcept { return std::holds_alternative<std::monostate>(m_data); }
+
+    // Makes this a text that lodges in the block: whoever calls sees to it that the block is held for as long as this
+    // value lives. Copies, and what this is moved to, hold it themselves. False, and nothing done, when there is no
+    // room.
+    bool LodgeText(CimType type, TextBlock& block, std::wstring_view text) noexcept;
 
     // Each holds for values of its kind that are neither null nor an array; others answer false, 0 and an empty text.
     bool AsBool() const noexcept;
@@ -102,11 +110,6 @@ public:
     bool operator==(const CimValue& other) const noexcept;
 
 private:
-    struct SharedText
-    {
-        std::shared_ptr<const wchar_t[]> characters;
-        std::size_t length;
-    };
     using SharedObject = std::shared_ptr<const CimObject>;
     using SharedArray = std::shared_ptr<const std::vector<CimValue>>;
     using Data =

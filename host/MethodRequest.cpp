@@ -108,7 +108,7 @@ public:
 private:
     CallStatus Answer(Call& call, ResultSink& results) override
     {
-        const Registration registration = FindRegistration(*m_path.ofClass);
+        const Registration& registration = FindRegistration(*m_path.ofClass);
         NeedCapability(registration.isMethodProvider, registration, *m_path.ofClass, L"methods");
         CComBSTR path;
         path.Attach(MakeBstr(m_path.Text()));

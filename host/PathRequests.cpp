@@ -142,7 +142,7 @@ private:
     {
         if (!HasProvider(*m_path.ofClass))
             return AskForInstances(Scope(), *m_path.ofClass, {}, acceptor, results, call);
-        const Registration registration = FindRegistration(*m_path.ofClass);
+        const Registration& registration = FindRegistration(*m_path.ofClass);
         if (!registration.supportsGet) // the instance is among all the others
             return AskForInstances(Scope(), *m_path.ofClass, {}, acceptor, results, call);
         CComBSTR text;
@@ -170,7 +170,7 @@ private:
         if (!HasProvider(*m_path.ofClass))
             throw CallFailure(WBEM_E_PROVIDER_NOT_CAPABLE,
                               L"the class " + m_path.ofClass->Name() + L" has no provider that could delete");
-        const Registration registration = FindRegistration(*m_path.ofClass);
+        const Registration& registration = FindRegistration(*m_path.ofClass);
         NeedCapability(registration.supportsDelete, registration, *m_path.ofClass, L"deletion");
         CComBSTR text;
         text.Attach(MakeBstr(m_path.Text()));

@@ -65,7 +65,7 @@ CallStatus AskForInstances(const RequestScope& scope, const ClassDef& ofClass, c
 {
     if (!HasProvider(ofClass))
         return DeliverDeclared(ofClass, acceptor, results);
-    const Registration registration = FindRegistration(ofClass);
+    const Registration& registration = FindRegistration(ofClass);
     const LONG flags = ProviderFlags(scope.flags);
     if (query && registration.supportsQueries)
     {

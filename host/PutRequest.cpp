@@ -26,7 +26,7 @@ private:
         if (!HasProvider(ofClass))
             throw CallFailure(WBEM_E_PROVIDER_NOT_CAPABLE,
                               L"the class " + ofClass.Name() + L" has no provider that could write");
-        const Registration registration = FindRegistration(ofClass);
+        const Registration& registration = FindRegistration(ofClass);
         NeedCapability(registration.supportsPut, registration, ofClass, L"writing");
         const CComPtr<ClassObject> instance = MakeObject<ClassObject>(m_body);
         const LONG flags = Scope().flags & ~WBEM_FLAG_RETURN_IMMEDIATELY;

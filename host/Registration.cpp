@@ -58,15 +58,7 @@ const std::wstring* ProviderName(const ClassDef& ofClass, std::wstring& holder)
     return &holder;
 }
 
-} // namespace
-
-bool HasProvider(const ClassDef& ofClass)
-{
-    std::wstring holder;
-    return ProviderName(ofClass, holder) != nullptr;
-}
-
-Registration FindRegistration(const ClassDef& ofClass)
+Registration ReadRegistration(const ClassDef& ofClass)
 {
     Registration found;
     if (!ProviderName(ofClass, found.name))
@@ -107,6 +99,19 @@ Registration FindRegistration(const ClassDef& ofClass)
                             found.isMethodProvider = true;
                     });
     return found;
+}
+
+} // namespace
+
+bool HasProvider(const ClassDef& ofClass)
+{
+    std::wstring holder;
+    return ProviderName(ofClass, holder) != nullptr;
+}
+
+const Registration& FindRegistration(const ClassDef& ofClass)
+{
+    return ofClass.InNamespace().Registrations().Get(&ofClass, [&] { return ReadRegistration(ofClass); });
 }
 
 } // namespace orl

@@ -27,7 +27,8 @@ struct Registration
 bool HasProvider(const ClassDef& ofClass);
 
 // The registration of the class's provider. Throws CallFailure: WBEM_E_PROVIDER_NOT_FOUND when the class names a
-// provider that is not registered, WBEM_E_INVALID_PROVIDER_REGISTRATION when it has no CLSID.
-Registration FindRegistration(const ClassDef& ofClass);
+// provider that is not registered, WBEM_E_INVALID_PROVIDER_REGISTRATION when it has no CLSID. Read once: the namespace
+// does not change, and every request asks.
+const Registration& FindRegistration(const ClassDef& ofClass);
 
 } // namespace orl

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/ClassDef.h"
+#include "host/Memo.h"
 #include "wbem/MofReader.h"
 #include "wbem/Text.h"
 
@@ -18,6 +19,8 @@ namespace orl
 
 // The namespace of declarations that name none, and of connections that name none.
 inline constexpr std::wstring_view kDefaultNamespace = L"root\\KESTA";
+
+struct Registration;
 
 // Immutable once its repository is loaded.
 class Namespace
@@ -43,6 +46,9 @@ public:
     // The flavors that a qualifier's declaration gives it (wbem::MofFlavor); 0 when it is not declared.
     std::uint16_t DeclaredFlavors(std::wstring_view qualifier) const noexcept;
 
+    // The registrations of the classes' providers; see FindRegistration.
+    Memo<const ClassDef*, Registration>& Registrations() const noexcept { return m_registrations; }
+
 private:
     friend class RepositoryBuilder;
 
@@ -53,6 +59,7 @@ private:
     wbem::NameMap<const ClassDef*> m_byName;
     std::map<const ClassDef*, std::vector<Ref<ObjectBody>>> m_instances;
     wbem::NameMap<std::uint16_t> m_qualifierFlavors;
+    mutable Memo<const ClassDef*, Registration> m_registrations;
 };
 
 // Why a schema could not be loaded; text for people, with file, line and column where there are some.

@@ -246,7 +246,7 @@ CallStatus WantedObjects::FetchGroup(Group& group, bool keysOnly, ResultSink& re
 
 CallStatus WantedObjects::FetchEach(const Group& group, GroupAcceptor& acceptor, ResultSink& results, Call& call) const
 {
-    const Registration registration = FindRegistration(*group.ofClass);
+    const Registration& registration = FindRegistration(*group.ofClass);
     const LONG flags = ProviderFlags(m_scope.flags);
     CallStatus first;
     for (const wbem::ObjectPath& path : group.paths)

@@ -2,6 +2,7 @@
 
 #include "tests/common/TraceTest.h"
 #include "tests/support/DebugOutput.h"
+#include "tests/support/ProcessCounters.h"
 
 #include <gmock/gmock.h>
 
@@ -325,6 +326,18 @@ TEST_F(OrlDebugLine, IsNotWrittenAfterTheLogIsDestroyed)
     EXPECT_THAT(Messages(), ElementsAre("before"));
     // The file is closed: nobody minds when it goes.
     EXPECT_TRUE(std::filesystem::remove(LogFile()));
+}
+
+TEST_F(OrlDebugLine, HoldsItsFileOpenNoLongerThanItsLogLives)
+{
+    constexpr std::size_t logs = 20;
+    StartLog();
+    RestartLog();
+    const std::size_t before = CountProcess().handles;
+    for (std::size_t log = 0; log < logs; ++log)
+        StartLog();
+    RestartLog();
+    EXPECT_LT(CountProcess().handles, before + logs);
 }
 
 } // namespace orl::test

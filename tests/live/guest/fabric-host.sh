@@ -26,7 +26,12 @@ stage created
 fcoe_enable eth0.1002
 fcoe_enable eth1.1002
 if need nofcf; then
-    sleep 5
+    if quick; then
+        wait_for 20 is_attr $H0 port_state Offline
+        wait_for 20 is_attr $H1 port_state Offline
+    else
+        sleep 5
+    fi
     snap fabric-1-no-fcf
     stage nofcf
     run fcfsim -C eth0.1002 resume
@@ -36,6 +41,7 @@ wait_for 60 is_attr $H0 port_state Online
 wait_for 60 is_attr $H1 port_state Online
 wait_for 60 has_disks $H0 3
 wait_for 60 has_disks $H1 3
+wait_for 60 fcfs_are 3
 nap 3
 run lsscsi -g -t
 snap fabric-2-up
@@ -55,9 +61,7 @@ if need npiv; then
     snap fabric-3-npiv
     stage npiv
     if quick; then # do not let the adapter's own port wait a minute for the port that is deleted
-        for R in $(grep -l 2101525400fc0001 /sys/class/fc_remote_ports/rport-${H0#host}:*/port_name); do
-            w ${R%/port_name}/dev_loss_tmo 3
-        done
+        wait_for 40 dev_loss_set $H0 3
     else
         w $V/vport_disable 1
         nap 3
@@ -68,6 +72,7 @@ if need npiv; then
     fi
     w /sys/class/fc_host/$H0/vport_delete 2101525400fc0009:2001525400fc0009
     w /sys/class/fc_host/$H0/vport_delete 2101525400fc0001:2001525400fc0001
+    quick && wait_for 60 no_remote_port 2101525400fc0001
     nap 3
 fi
 
@@ -104,10 +109,19 @@ if ! quick; then
     snap fabric-6-after-lip-and-cvl
 fi
 
+if quick; then # whoever asks at stages fcflost and linkdown is to find the ports still blocked, however long it takes
+    wait_for 40 dev_loss_set $H0 600
+    wait_for 40 dev_loss_set $H1 600
+fi
 if need fcflost; then
     say "the forwarder of fabric A stops advertising"
     run fcfsim -C eth0.1002 hang
-    if quick; then wait_for 40 is_attr $H0 port_state Offline; else sleep 26; fi
+    if quick; then
+        wait_for 40 is_attr $H0 port_state Offline
+        wait_for 40 targets_are Blocked $H0
+    else
+        sleep 26
+    fi
     run grep -s . /sys/bus/fcoe/devices/fcf_*/state /sys/class/fc_host/*/port_state
     snap fabric-7-fcf-lost
     stage fcflost
@@ -117,22 +131,34 @@ if need fcflost; then
 fi
 
 # (in quick mode this is reached only on the way to one of the stages below)
-wait_for 40 targets_online
+wait_for 40 is_up $H0 eth0.1002
+wait_for 40 is_up $H1 eth1.1002
 say "cable of eth1 out"
-wait_for 40 dev_loss_set $H0 15
-# whoever asks at stage linkdown is to find eth1's ports still blocked
-wait_for 40 dev_loss_set $H1 $(quick && echo 30 || echo 15)
+if ! quick; then
+    wait_for 40 dev_loss_set $H0 15
+    wait_for 40 dev_loss_set $H1 15
+fi
 cable eth1 nic1 off
-sleep 2
+wait_for 20 is_down $H1 eth1.1002
+nap 2
 run grep -s . /sys/class/net/eth1/carrier /sys/class/net/eth1/operstate /sys/class/fc_host/*/port_state /sys/class/fc_remote_ports/*/port_state /sys/bus/fcoe/devices/fcf_*/state
 snap fabric-8-linkdown-blocked
 stage linkdown
+if quick && wanted devloss; then # a blocked port keeps its timeout: the link has to come back for another one
+    cable eth1 nic1 on
+    wait_for 60 is_up $H1 eth1.1002
+    wait_for 60 dev_loss_set $H0 5
+    wait_for 60 dev_loss_set $H1 5
+    cable eth1 nic1 off
+fi
 say "cable of eth0 out, too"
 cable eth0 nic0 off
 if ! quick; then
     sleep 35 # time for the rports (15 s) and an FCF (30 s) to be given up, not for the one with 40 s
 elif wanted devloss; then
     wait_for 90 targets_gone
+    wait_for 20 is_down $H0 eth0.1002
+    wait_for 20 is_down $H1 eth1.1002
 fi
 run grep -s . /sys/class/fc_host/*/port_state /sys/class/fc_remote_ports/*/port_state /sys/bus/fcoe/devices/fcf_*/state
 snap fabric-9-linkdown-devloss
@@ -143,7 +169,10 @@ wait_for 60 is_attr $H0 port_state Online
 wait_for 60 is_attr $H1 port_state Online
 wait_for 60 has_disks $H0 3
 wait_for 60 has_disks $H1 3
-sleep 2
+wait_for 60 is_up $H0 eth0.1002
+wait_for 60 is_up $H1 eth1.1002
+wait_for 60 fcfs_are 3
+nap 2
 snap fabric-10-linkup
 stage linkup
 w $C0/enabled 0

@@ -72,22 +72,35 @@ attr() { cat /sys/class/fc_host/$1/$2 2>/dev/null; }
 is_attr() { [ "$(attr $1 $2)" = "$3" ]; }
 has_ctlr() { [ -n "$(ctlr $1)" ]; }
 has_rport() { ls -d /sys/class/fc_remote_ports/rport-${1#host}:* >/dev/null 2>&1; }
-# number of disks below a scsi host
-ndisks() { ls -d /sys/class/scsi_disk/${1#host}:* 2>/dev/null | wc -l; }
+# number of disks below a scsi host that have come to their block devices
+ndisks() { ls -d /sys/class/scsi_disk/${1#host}:*/device/block/* 2>/dev/null | wc -l; }
 has_disks() { [ "$(ndisks $1)" -ge $2 ]; }
-# is every remote port with disks Online (again)?
-targets_online() {
+# fcfs_are N: are N forwarders known?
+fcfs_are() { [ "$(ls -d /sys/bus/fcoe/devices/fcf_* 2>/dev/null | wc -l)" = $1 ]; }
+# The kernel tells of a carrier some time after it came or went.
+operstate() { cat /sys/class/net/$1/operstate; }
+# is_up HOST IF: is the port logged in, with its targets?
+is_up() { is_attr $1 port_state Online && [ "$(operstate $2)" = up ] && targets_are Online $1; }
+# is_down HOST IF: is the link known to be down, and are the targets that were there blocked?
+is_down() {
+    is_attr $1 port_state Linkdown && case $(operstate $2) in down | lowerlayerdown) ;; *) false ;; esac && targets_are Blocked $1
+}
+# targets_are STATE HOST: is every remote port with disks in this state?
+targets_are() {
     local r
-    for r in /sys/class/fc_remote_ports/rport-*; do
-        grep -q Target $r/roles || continue
-        grep -q Online $r/port_state || return 1
+    for r in /sys/class/fc_remote_ports/rport-${2#host}:*; do
+        [ -e $r/roles ] && grep -q Target $r/roles || continue
+        grep -q "$1" $r/port_state || return 1
     done
 }
+# no_remote_port WWPN: is no remote port of this name there any more?
+no_remote_port() { ! grep -q "0x$1" /sys/class/fc_remote_ports/*/port_name; }
 # dev_loss_set HOST SECONDS: sets it for every remote port of the host. A blocked port refuses it and keeps the default of
 # 60 seconds, which is what happens on a machine so busy that the port is blocked between two looks at it: try again then.
 dev_loss_set() {
     local r
     for r in /sys/class/fc_remote_ports/rport-${1#host}:*; do
+        [ -e $r ] || continue
         w $r/dev_loss_tmo $2
         [ "$(cat $r/dev_loss_tmo)" = $2 ] || return 1
     done
@@ -215,7 +228,7 @@ user_command() {
     local d=/out/cmd/$1
     mkdir -p $d
     say "stage $1: running: $CMD"
-    (cd /extra && GUEST_STAGE=$1 GUEST_OUT=$d timeout ${CMD_TIMEOUT:-120} sh -c "$CMD" \
+    (cd /extra && GUEST_STAGE=$1 GUEST_OUT=$d timeout ${CMD_TIMEOUT:-240} sh -c "$CMD" \
         >$d/stdout 2>$d/stderr; echo $? > $d/rc)
     cat $d/stdout; sed 's/^/stderr: /' $d/stderr
     say "stage $1: exit $(cat $d/rc)"

@@ -22,6 +22,8 @@ fcoe_enable veth0
 wait_for 40 has_rport $H0
 wait_for 40 is_attr $H0 port_state Online
 wait_for 60 has_disks $H0 3
+wait_for 40 is_up $H0 veth0
+wait_for 40 is_up $H1 veth1
 nap 3
 run lsscsi -g -t
 snap vn2vn-1-up
@@ -40,8 +42,9 @@ fi
 
 R=$(ls -d /sys/class/fc_remote_ports/rport-${H0#host}:* | head -1)
 C0=$(ctlr veth0)
-if quick; then
-    w $R/dev_loss_tmo 15
+if quick; then # whoever asks at stage linkdown is to find the ports still blocked, however long it takes
+    wait_for 40 dev_loss_set $H0 600
+    wait_for 40 dev_loss_set $H1 600
 else
     say "writes"
     w $R/dev_loss_tmo 15
@@ -80,11 +83,23 @@ fi
 
 say "link down"
 ip link set veth1 down
-sleep 2
+wait_for 20 is_down $H0 veth0
+wait_for 20 is_down $H1 veth1
+nap 2
 run grep . $R/port_state /sys/class/fc_host/*/port_state
 snap vn2vn-4-linkdown-blocked
 stage linkdown
-if quick; then wait_for 40 targets_gone; else sleep 20; fi
+if quick; then # a blocked port keeps its timeout: the link has to come back for another one
+    ip link set veth1 up
+    wait_for 60 is_up $H0 veth0
+    wait_for 60 is_up $H1 veth1
+    wait_for 60 dev_loss_set $H0 5
+    wait_for 60 dev_loss_set $H1 5
+    ip link set veth1 down
+    wait_for 60 targets_gone
+else
+    sleep 20
+fi
 run grep . /sys/class/fc_remote_ports/*/port_state /sys/class/fc_host/*/port_state
 snap vn2vn-5-linkdown-devloss
 stage devloss
@@ -92,6 +107,8 @@ say "link up again"
 ip link set veth1 up
 wait_for 60 is_attr $H0 port_state Online
 wait_for 60 has_disks $H0 3
+wait_for 60 is_up $H0 veth0
+wait_for 60 is_up $H1 veth1
 snap vn2vn-6-linkup
 stage linkup
 w $(ctlr veth0)/enabled 0

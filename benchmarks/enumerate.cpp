@@ -2,7 +2,7 @@
 // copies the same records, and one get among 10,000 LUNs beside one walk of them. Both sides ask the same agent for the
 // records first, so the difference is what the path from agent to client costs.
 //
-// "peak_MB" is the process's peak memory during that benchmark alone.
+// "peak_MB" is the process's peak memory: of a benchmark alone when it runs alone.
 
 #include "benchmarks/San.h"
 
@@ -20,12 +20,7 @@ namespace
 
 using namespace orl::bench;
 
-// Peak memory since ForgetPeak, as proc(5) has it.
-void ForgetPeak()
-{
-    std::ofstream("/proc/self/clear_refs") << 5;
-}
-
+// As proc(5) has it.
 double PeakMegabytes()
 {
     std::ifstream status("/proc/self/status");
@@ -87,7 +82,6 @@ void CopyRecords(benchmark::State& state)
 {
     const auto count = static_cast<std::size_t>(state.range(0));
     WriteInventory(Kind::Holding(count));
-    ForgetPeak();
     for (auto _ : state)
     {
         const auto records = RecordsOf<Kind>(L"");
@@ -108,7 +102,6 @@ void ThroughServices(benchmark::State& state)
     const auto count = static_cast<std::size_t>(state.range(0));
     WriteInventory(Kind::Holding(count));
     const CComPtr<IWbemServices> services = Connect();
-    ForgetPeak();
     for (auto _ : state)
     {
         CComPtr<CountingSink> sink;

@@ -3,6 +3,7 @@
 
 #include "agentlibs/inventory/ObjectReader.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -17,14 +18,13 @@ public:
     // different. Refuses the member when one before it held the same: "another `what`, at line 3, column 14".
     void Put(const ObjectReader& in, std::string_view key, const std::wstring& value, const char* what)
     {
-        const auto [known, isNew] = m_places.emplace(value, std::string());
+        const auto [known, isNew] = m_places.emplace(value, in.Offset(key));
         if (!isNew)
-            in.Refuse(key, std::string("another ") + what + ", at " + known->second);
-        known->second = in.LineAndColumn(key);
+            in.Refuse(key, std::string("another ") + what + ", at " + in.LineAndColumn(known->second));
     }
 
 private:
-    std::unordered_map<std::wstring, std::string> m_places;
+    std::unordered_map<std::wstring, std::size_t> m_places; // offsets
 };
 
 } // namespace orl

@@ -83,8 +83,8 @@ private:
             in.Refuse("deviceId", "the device id is empty");
         const auto [known, isNew] = m_inventory.m_index.emplace(FoldCase(deviceId), m_inventory.m_listed.size());
         if (!isNew)
-            in.Refuse("deviceId", "another HBA has this device id, at " + m_places[known->second]);
-        m_places.push_back(in.LineAndColumn("deviceId"));
+            in.Refuse("deviceId", "another HBA has this device id, at " + in.LineAndColumn(m_places[known->second]));
+        m_places.push_back(in.Offset("deviceId"));
     }
 
     static void ReadFabrics(ObjectReader& in, ListedHba& hba, const ORL_FCOE_HBA& owner)
@@ -152,12 +152,12 @@ private:
             const auto& hba = std::get<std::vector<ORL_FCOE_HBA>>(m_inventory.m_listed[i].records).front();
             if (generator.Find(hba.deviceId))
                 in.Refuse({}, "an HBA that this generates has the device id " + Quoted(Narrow(hba.deviceId)) +
-                                  ", which is listed at " + m_places[i]);
+                                  ", which is listed at " + in.LineAndColumn(m_places[i]));
         }
     }
 
     Inventory& m_inventory;
-    std::vector<std::string> m_places; // of the listed HBAs' device ids, for messages
+    std::vector<std::size_t> m_places; // the offsets of the listed HBAs' device ids, for messages
 };
 
 std::shared_ptr<const Inventory> Inventory::Read(const std::wstring& name, const std::string& text)

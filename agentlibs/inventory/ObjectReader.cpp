@@ -274,10 +274,10 @@ void ObjectReader::Refuse(std::string_view key, const std::string& reason) const
     m_source.Refuse(member->value.offset, PointerTo(place), reason);
 }
 
-std::string ObjectReader::LineAndColumn(std::string_view key) const
+std::size_t ObjectReader::Offset(std::string_view key) const
 {
     const JsonMember* member = Member(key);
-    return m_source.LineAndColumn(member == nullptr ? m_value.offset : member->value.offset);
+    return member == nullptr ? m_value.offset : member->value.offset;
 }
 
 } // namespace orl

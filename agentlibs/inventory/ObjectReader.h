@@ -78,8 +78,10 @@ public:
     // Refuses the member `key`, or the object itself when it has no such member.
     [[noreturn]] void Refuse(std::string_view key, const std::string& reason) const;
 
-    // Where the member's value stands, for messages about another one.
-    std::string LineAndColumn(std::string_view key) const;
+    // Where the member's value stands, to be kept for a message about another one: the line is counted only for that.
+    std::size_t Offset(std::string_view key) const;
+    // "line 3, column 14".
+    std::string LineAndColumn(std::size_t offset) const { return m_source.LineAndColumn(offset); }
 
 private:
     const JsonMember* Member(std::string_view key) const;

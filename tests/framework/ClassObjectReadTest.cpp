@@ -22,6 +22,15 @@ protected:
     CWomClassObject object{context, fake};
 };
 
+// A number in another form than the ones that a CComVariant makes: its bits as 64.
+CComVariant Form(VARTYPE type, LONGLONG bits)
+{
+    CComVariant made;
+    made.vt = type;
+    made.llVal = bits;
+    return made;
+}
+
 CComVariant Unsigned32(ULONG value)
 {
     CComVariant made;
@@ -91,16 +100,19 @@ TEST_F(ReadTest, ReadsSint64FromEveryFormAnIntegerTravelsIn)
         CComVariant value;
         LONGLONG expected;
     };
-    CComVariant shortNumber;
-    shortNumber.vt = VT_I2;
-    shortNumber.iVal = -7;
     const std::vector<Case> cases = {{CIM_SINT64, CComVariant(L"5"), 5},
                                      {CIM_SINT64, CComVariant(L"-9223372036854775808"), INT64_MIN},
                                      {CIM_SINT64, CComVariant(L"9223372036854775807"), INT64_MAX},
                                      {CIM_SINT64, CComVariant(L"+12"), 12},
                                      {CIM_SINT32, CComVariant(-5), -5},
                                      {CIM_UINT32, CComVariant(-1), 0xFFFFFFFF},
-                                     {CIM_SINT16, shortNumber, -7},
+                                     {CIM_SINT8, Form(VT_I1, -7), -7},
+                                     {CIM_UINT8, Form(VT_UI1, 0xFF), 0xFF},
+                                     {CIM_SINT16, Form(VT_I2, -7), -7},
+                                     {CIM_UINT16, Form(VT_UI2, 0xFFFF), 0xFFFF},
+                                     {CIM_SINT32, Form(VT_INT, -7), -7},
+                                     {CIM_UINT32, Form(VT_UINT, 0xFFFFFFFF), 0xFFFFFFFF},
+                                     {CIM_SINT64, Form(VT_I8, INT64_MIN), INT64_MIN},
                                      {CIM_UINT32, Unsigned32(0xFFFFFFFE), 0xFFFFFFFE},
                                      {CIM_UINT64, Unsigned64(1), 1}};
     for (const Case& row : cases)

@@ -13,6 +13,7 @@ using ::testing::Contains;
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::Not;
 
 constexpr wchar_t ModePath[] = L"Zarn_FCOESettingEnum.Caption=\"Mode\",ParentId=\"eth0\",ParentType=\"NIC\"";
 constexpr wchar_t QueuePath[] = L"Zarn_FCOESettingInt.Caption=\"Queue\",ParentId=\"eth0\",ParentType=\"NIC\"";
@@ -242,7 +243,9 @@ TEST_F(SettingMethod, ValidateIsRefusedWithWhatItsKindMadeOfTheParameters)
         {0x80040908, L"CZarn_TeamOfAdaptersMgr::ValidateAndSetSetting()", 0x80041005, L"Src\\KfgSettingMgrRoot", 719});
     EXPECT_THAT(adapterAgent.calls, ElementsAre(L"GetSetting(eth0, Mode)"));
     manager.answer = 2; // a success of another kind
+    const TraceCapture trace;
     EXPECT_EQ(Call(manager, ModePath, L"ValidateAndSetSetting", Object({}), out).status, 0);
+    EXPECT_THAT(trace.Messages(), Not(Contains("GetDataFromCimObject failed")));
     EXPECT_EQ(adapterAgent.calls.back(), L"ValidateSettingModification(eth0, Mode, 7/, 0)");
 }
 

@@ -363,6 +363,17 @@ TEST_F(OrlDebugConfigure, LogsBelowTheRootWithoutAnInstallationDirectory)
     std::filesystem::remove(atRoot);
 }
 
+// Under the name behind the last backslash, whatever folders stand before it.
+TEST_F(OrlDebugConfigure, LogsInTheTempDirectoryWhenItCannotBelowTheRoot)
+{
+    m_registry.DeleteValue(ProductKey, L"InstalledDir");
+    ASSERT_EQ(0, Configure(1, L"no such folder\\nor this\\Test.txt"));
+    g_OrlDebug.Print(L"here");
+    EXPECT_THAT(NamesIn(m_temp.Path()), ElementsAre("Test.txt"));
+    EXPECT_EQ(HeadOf("TEST_", 0) + "here" + LineEnd(), BytesOfFile(m_temp / "Test.txt"));
+    EXPECT_TRUE(std::filesystem::is_empty(m_folder.Path()));
+}
+
 TEST_F(OrlDebugConfigure, LogsBelowTheRootWhenTheInstallationDirectoryIsTooLong)
 {
     m_registry.SetText(ProductKey, L"InstalledDir", std::wstring(1024, L'd'));

@@ -37,6 +37,7 @@ struct PageCase
 
 constexpr PageCase PageCases[] = {
     {CP_ACP, "plain", L"plain"},
+    {CP_ACP, "", L""},
     {CP_UTF8, "\xC3\xA4\xE6\x97\xA5", L"\u00E4\u65E5"},
     {Western, "\xE4\x80", L"\u00E4\u20AC"},
     {Central, "\xB3\xF3", L"\u0142\u00F3"},

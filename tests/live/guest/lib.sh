@@ -267,7 +267,6 @@ hmp() {
         sleep 1
     fi
     printf '%s\r\n' "$*" >&9
-    sleep 1
 }
 
 # cable IF NIC on|off: plug or pull the cable of an emulated adapter

@@ -67,6 +67,7 @@ int main(int argc, char** argv)
     }
     struct sigaction action = {};
     action.sa_handler = [](int) { g_interrupted = 1; };
+    action.sa_flags = SA_RESTART; // nothing but the pause ends early
     sigaction(SIGINT, &action, nullptr);
     if (FAILED(CoInitializeEx(nullptr, COINIT_MULTITHREADED)))
         return 2;

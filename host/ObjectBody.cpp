@@ -46,14 +46,18 @@ void ObjectBody::SetText(std::size_t index, wbem::CimType type, std::wstring_vie
         value = wbem::CimValue::Text(type, text);
 }
 
+void ObjectBody::TellRoomOfTexts() const noexcept
+{
+    if (m_textRoom)
+        m_class->NoteTextRoom(m_textRoom);
+}
+
 void ObjectBody::Release() const noexcept
 {
     if (m_references.fetch_sub(1, std::memory_order_acq_rel) != 1)
         return;
     auto* self = const_cast<ObjectBody*>(this);
     std::destroy_n(self->Values(), m_count);
-    if (m_textRoom)
-        m_class->NoteTextRoom(m_textRoom);
     wbem::TextBlock* const texts = m_texts;
     self->~ObjectBody();
     // Copies of the values may hold the texts, and with them the memory.

@@ -38,6 +38,9 @@ public:
 
     // Makes the value a text. The texts of a body lie behind its values, as far as there is room.
     void SetText(std::size_t index, wbem::CimType type, std::wstring_view text);
+    // Lets the class know how much room the texts of this instance take. Not left to the body's end, which the class
+    // need not live to see: what a thread last failed at may be the last object of all.
+    void TellRoomOfTexts() const noexcept;
 
     // Whether somebody else may look at it; who writes then writes to a copy.
     bool IsShared() const noexcept { return m_references.load(std::memory_order_acquire) > 1; }

@@ -200,6 +200,7 @@ HRESULT ProviderCall::Collect(LONG count, IWbemClassObject** objects)
             Flush();
             return WBEM_E_INVALID_OBJECT;
         }
+        own->Body()->TellRoomOfTexts();
         if (CComPtr<ClassObject> accepted = m_acceptor->Accept(*own))
             m_batch.push_back(std::move(accepted));
         if (m_batch.size() >= kBatch)

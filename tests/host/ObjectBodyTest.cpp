@@ -4,6 +4,8 @@
 #include "host/ClassObject.h"
 
 #include <functional>
+#include <optional>
+#include <utility>
 
 namespace orl::test
 {
@@ -20,7 +22,9 @@ protected:
     // An instance that had a text of so many characters, its end counted.
     void LampOf(std::size_t characters)
     {
-        NewLamp()->SetText(Index(L"Name"), wbem::CimType::String, std::wstring(characters - 1, L'x'));
+        const Ref<ObjectBody> lamp = NewLamp();
+        lamp->SetText(Index(L"Name"), wbem::CimType::String, std::wstring(characters - 1, L'x'));
+        lamp->TellRoomOfTexts();
     }
 };
 
@@ -41,6 +45,7 @@ TEST_F(HostObjectBody, TheFirstInstancesTextsLieApartAndThoseOfTheNextInTheBody)
         first->SetText(name, wbem::CimType::String, L"desk");
         EXPECT_EQ(L"desk", (*first)[name].AsText());
         EXPECT_FALSE(LiesIn(*first, (*first)[name].AsText(), 64));
+        first->TellRoomOfTexts();
     }
     EXPECT_EQ(64U, LampClass().UsualTextRoom());
     const Ref<ObjectBody> second = NewLamp();
@@ -111,6 +116,28 @@ TEST_F(HostObjectBody, ViewsOfOneObjectThatAreWrittenToKeepTheirOwnTexts)
     ASSERT_EQ(WBEM_S_NO_ERROR, clone->Get(L"Name", 0, &ofClone, nullptr, nullptr));
     EXPECT_STREQ(L"desk", ofLamp.bstrVal);
     EXPECT_STREQ(L"floor", ofClone.bstrVal);
+}
+
+TEST_F(HostObjectBody, AProvidersInstancesTellTheirClassWhatRoomTheyTake)
+{
+    ServeLamps({std::wstring(100, L'l')});
+    CComPtr<IEnumWbemClassObject> found;
+    ASSERT_EQ(WBEM_S_NO_ERROR,
+              Service().CreateInstanceEnum(CComBSTR(L"Test_Lamp"), WBEM_FLAG_SHALLOW, nullptr, &found));
+    EXPECT_EQ(1U, Drain(found, L"Name").size());
+    EXPECT_EQ(128U, LampClass().UsualTextRoom());
+}
+
+TEST_F(HostObjectBody, AnObjectMayOutliveItsClass)
+{
+    std::optional<ClassDef> lamps(std::in_place, wbem::MofClass(LampClass().Declaration()), nullptr,
+                                  LampClass().InNamespace());
+    lamps->NoteTextRoom(40);
+    const Ref<ObjectBody> lamp = lamps->Prototype()->Copy(ObjectBody::Genus::Instance);
+    lamp->SetText(lamps->FindProperty(L"Name"), wbem::CimType::String, L"the last words");
+    const CComPtr<ClassObject> view = MakeObject<ClassObject>(lamp);
+    lamps.reset();
+    EXPECT_TRUE(lamp->IsShared()) << "its end, which follows, is what the address sanitizer looks at";
 }
 
 TEST_F(HostObjectBody, ClassesHaveNoRoomForTexts)

@@ -116,7 +116,7 @@ CimValue CimValue::Text(CimType type, SharedText text) noexcept
     return CimValue(type, false, Data(std::move(text)));
 }
 
-bool CimValue::LodgeText(CimType type, TextBlock& block, std::wstring_view text) noexcept
+bool CimValue::LodgeText(CimType type, TextBlock& block, std::wstring_view text)
 {
     const wchar_t* const place = block.Append(text);
     if (!place)

@@ -92,7 +92,7 @@ public:
     // Makes this a text that lodges in the block: whoever calls sees to it that the block is held for as long as this
     // value lives. Copies, and what this is moved to, hold it themselves. False, and nothing done, when there is no
     // room.
-    bool LodgeText(CimType type, TextBlock& block, std::wstring_view text) noexcept;
+    bool LodgeText(CimType type, TextBlock& block, std::wstring_view text);
 
     // Each holds for values of its kind that are neither null nor an array; others answer false, 0 and an empty text.
     bool AsBool() const noexcept;

@@ -14,6 +14,20 @@ namespace
 
 class AssociationFilter : public AssociationManager
 {
+protected:
+    struct Narrowed
+    {
+        const wchar_t* dependent;
+        std::size_t sent;
+    };
+
+    // How many instances a get sends for each dependent.
+    void ExpectSent(CWomClassManagerRoot& manager, const AssociationCase& c, const std::vector<Narrowed>& rows)
+    {
+        for (const Narrowed& row : rows)
+            EXPECT_EQ(Get(manager, PathOfLink(c, c.antecedent, row.dependent).c_str()).instances.size(), row.sent)
+                << Narrow(row.dependent);
+    }
 };
 
 class AssociationQuery : public AssociationManager, public ::testing::WithParamInterface<AssociationCase>
@@ -156,18 +170,12 @@ TEST_F(AssociationFilter, LunOfTheDependentNarrowsAGetUnlessItIsZeroOrText)
     }
     CZarn_HBAToLUNAssocMgr manager(&agent);
     const AssociationCase& c = AssociationOf("HBAToLUN");
-    const struct
-    {
-        const wchar_t* dependent;
-        std::size_t sent;
-    } rows[] = {{L"Zarn_FCoeLUN.DeviceID=\"X\",ID=5", 2},
+    ExpectSent(manager, c,
+               {{L"Zarn_FCoeLUN.DeviceID=\"X\",ID=5", 2},
                 {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=1", 1},
                 {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=2", 0},
                 {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=0", 3},
-                {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=\"5\"", 3}};
-    for (const auto& row : rows)
-        EXPECT_EQ(Get(manager, PathOfLink(c, c.antecedent, row.dependent).c_str()).instances.size(), row.sent)
-            << Narrow(row.dependent);
+                {L"Zarn_FCoeLUN.DeviceID=\"X\",ID=\"5\"", 3}});
     EXPECT_EQ(Enumerate(manager).instances.size(), 3U);
 
     const wchar_t* without = L"Zarn_FCoeLUN.DeviceID=\"X\"";
@@ -184,17 +192,11 @@ TEST_F(AssociationFilter, CounterOfTheDependentNarrowsAGetWithoutRegardToCase)
     }
     CZarn_HbaToStatsAssocMgr manager(&agent);
     const AssociationCase& c = AssociationOf("HbaToStats");
-    const struct
-    {
-        const wchar_t* dependent;
-        std::size_t sent;
-    } rows[] = {{L"Zarn_FCoEStatistics.DeviceID=\"X\",Statistic=\"RX_Frames\"", 1},
+    ExpectSent(manager, c,
+               {{L"Zarn_FCoEStatistics.DeviceID=\"X\",Statistic=\"RX_Frames\"", 1},
                 {L"Zarn_FCoEStatistics.DeviceID=\"X\",Statistic=\"none\"", 0},
                 {L"Zarn_FCoEStatistics.DeviceID=\"X\",Statistic=\"\"", 2},
-                {L"Zarn_FCoEStatistics.DeviceID=\"X\",Statistic=5", 2}};
-    for (const auto& row : rows)
-        EXPECT_EQ(Get(manager, PathOfLink(c, c.antecedent, row.dependent).c_str()).instances.size(), row.sent)
-            << Narrow(row.dependent);
+                {L"Zarn_FCoEStatistics.DeviceID=\"X\",Statistic=5", 2}});
     EXPECT_EQ(Enumerate(manager).instances.size(), 2U);
 
     const wchar_t* without = L"Zarn_FCoEStatistics.DeviceID=\"X\"";
